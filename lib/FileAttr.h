@@ -1,0 +1,8 @@
+#pragma once
+
+namespace ZQV {
+
+/** Empty base of File. */
+class FileAttr {};
+
+}  // namespace ZQV
