@@ -111,7 +111,9 @@ def check(root):
     errors += check_includes(files, layers, used)
     classes = [cls for _, names in layers for cls in names]
     errors += [f"{cls} is listed twice" for cls in sorted({c for c in classes if classes.count(c) > 1})]
-    warnings += [f"{cls} is listed, but has no file" for cls in classes if cls not in stems]
+    for name, listed in layers:
+        if absent := [cls for cls in listed if cls not in stems]:
+            warnings.append(f"listed in the layer {name}, but without a file: {' '.join(absent)}")
     warnings += [f"nobody needs the exception {row[:2]}" for row in EXCEPTIONS if row not in used]
     architecture = root / "ARCHITECTURE.md"
     drawn = read_map(architecture.read_text(encoding="utf-8")) if architecture.exists() else []

@@ -74,7 +74,7 @@ class CheckLayersTest(unittest.TestCase):
     def test_missing_file_is_a_warning(self):
         errors, warnings = check({"lib/DateTool.h": None, "lib/Prog.cpp": None})
         self.assertEqual(errors, [])
-        self.assertIn("Prog is listed, but has no file", warnings)
+        self.assertIn("listed in the layer settings, but without a file: Prog", warnings)
         self.assertIn("nobody needs the exception ('Prog.cpp', 'DateTool')", warnings)
 
 
