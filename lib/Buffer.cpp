@@ -90,7 +90,8 @@ bool Buffer::equal(int off, const char* text) const {
   }
   const long n = static_cast<long>(std::strlen(text));
   const long at = off < 0 ? static_cast<long>(size) + off : off;
-  return at >= 0 && at + n <= size && std::memcmp(data.data() + at, text, static_cast<size_t>(n)) == 0;
+  return at >= 0 && at + n <= size &&
+         std::memcmp(data.data() + at, text, static_cast<size_t>(n)) == 0;
 }
 
 int Buffer::setSize(int n) {

@@ -4,8 +4,8 @@
 
 namespace ZQV {
 
-/** Growable byte buffer with a read position. Readers fill it in blocks, walk it by the position and
- *  drop what they used. */
+/** Growable byte buffer with a read position. Readers fill it in blocks, walk it by the position
+ * and drop what they used. */
 class Buffer {
  public:
   Buffer() = default;

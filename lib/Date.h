@@ -8,8 +8,8 @@ namespace ZQV {
 
 class String;
 
-/** A date and time with derived fields and arithmetic that keeps missing fields missing. Copied as a plain
- *  value. */
+/** A date and time with derived fields and arithmetic that keeps missing fields missing. Copied as
+ * a plain value. */
 class Date : public DateVal {
  public:
   /** All missing, zone "Z". */
@@ -33,8 +33,8 @@ class Date : public DateVal {
   /** From the seconds of a day. @return 1 */
   int setTime(float seconds);
 
-  /** Each refuses a value out of range (0; Const::MISS is accepted), else recomputes. A year below 50 becomes
-   *  3900 + y and 50 to 199 become 1900 + y: deliberate. @return 1 or 0 */
+  /** Each refuses a value out of range (0; Const::MISS is accepted), else recomputes. A year below
+   * 50 becomes 3900 + y and 50 to 199 become 1900 + y: deliberate. @return 1 or 0 */
   int setYear(int y);
   int setMonth(int m);
   int setDay(int d);
@@ -72,10 +72,12 @@ class Date : public DateVal {
   int addMinutes(int n);
   /** Truncates to whole seconds. */
   int addSeconds(float n);
-  /** Moves the fields to another zone. @param zone_off  seconds from UTC. @return 1; 0 if not set */
+  /** Moves the fields to another zone. @param zone_off  seconds from UTC. @return 1; 0 if not set
+   */
   int changeTimezone(int zone_off, const char* name);
 
-  /** Takes a new hour near the old time: more than 12 above goes a day back, below a day forward. @return 1 */
+  /** Takes a new hour near the old time: more than 12 above goes a day back, below a day forward.
+   * @return 1 */
   int adjustHour(int h);
   /** Places a day of the month near the present date. */
   int adjustHour(int d, int h);
@@ -94,8 +96,8 @@ class Date : public DateVal {
   int toString(String& out) const;
   /** By precision: "HH:MM:SSZ DD MON YYYY" or less. @return 1 */
   int toText(String& out) const;
-  /** Format with tokens %% %a %b %Y %y %m %d %e %j %H %l %p %M %S %s %u %Z; "RFC1123" and "ISO8601" are
-   *  names of formats. @return 1 */
+  /** Format with tokens %% %a %b %Y %y %m %d %e %j %H %l %p %M %S %s %u %Z; "RFC1123" and "ISO8601"
+   * are names of formats. @return 1 */
   int toText(const char* format, String& out) const;
 
  private:

@@ -25,7 +25,8 @@ class DateTool {
   static int decodeMonth(const char* text);
 
   /** Text for plot labels: prefix and a blank, the time as far as it is known, the date.
-   *  @param flags  bit 0 adds the day of the week. @return 1; 0 with an empty text for an unset date */
+   *  @param flags  bit 0 adds the day of the week. @return 1; 0 with an empty text for an unset
+   * date */
   static int createLabel(const char* prefix, const Date& date, const Timezone& zone, int flags,
                          String& out);
   static int createLabel(const char* prefix, const Date& date, const Timezone& zone, String& out);
@@ -33,10 +34,12 @@ class DateTool {
   static int createLabel(const Date& date, String& out);
   /** Adds hours, if not missing, first. */
   static int createLabel(const Date& date, const Timezone& zone, float hours, String& out);
-  /** The text and the time label of the forecast, " for " or " valid ", and the date moved by it. */
+  /** The text and the time label of the forecast, " for " or " valid ", and the date moved by it.
+   */
   static int createLabel(const Date& date, const Timezone& zone, const char* text,
                          const ForeTime& fore, String& out);
-  /** The same with hours: the words "Analysis", "Data", "analysis", "data" stand for none. */
+  /** The same with hours: none are an "analysis", missing ones "data", with a capital where no text
+   * goes ahead. */
   static int createLabel(const Date& date, const Timezone& zone, const char* text, float hours,
                          String& out);
   static int createLabel(const Date& date, const char* text, float hours, String& out);

@@ -6,8 +6,8 @@
 
 namespace ZQV {
 
-/** Broken-down time, UTC, in which any field may be Const::MISS: a date holds only the precision that its
- *  source had. */
+/** Broken-down time, UTC, in which any field may be Const::MISS: a date holds only the precision
+ * that its source had. */
 class DateVal {
  public:
   static constexpr std::array<int, 13> num_day = {0,   31,  59,  90,  120, 151, 181,
@@ -16,16 +16,17 @@ class DateVal {
                                                        213, 244, 274, 305, 335, 366};
 
   DateVal() = default;
-  DateVal(int y, int m, int d, int h, int n, float s) : year(y), month(m), day(d), hour(h), min(n), sec(s) {}
+  DateVal(int y, int m, int d, int h, int n, float s)
+      : year(y), month(m), day(d), hour(h), min(n), sec(s) {}
 
   /** All fields missing. */
   void init() { *this = DateVal(); }
   void set(int y, int m, int d, int h, int n, float s) { *this = DateVal(y, m, d, h, n, s); }
-  /** Corrects present fields that are out of range (year below 0: 1980, below 50: plus 2000, below 200: plus
-   *  1900; month and day: 1; time: 0). @return 1; 0 if all fields are missing */
+  /** Corrects present fields that are out of range (year below 0: 1980, below 50: plus 2000, below
+   * 200: plus 1900; month and day: 1; time: 0). @return 1; 0 if all fields are missing */
   int validate();
-  /** Seconds since 1970 of the fields that are there, after validate(); leap days by a rule that holds from
-   *  1901 to 2099. @return Const::MISS if all are missing */
+  /** Seconds since 1970 of the fields that are there, after validate(); leap days by a rule that
+   * holds from 1901 to 2099. @return Const::MISS if all are missing */
   long computeSecs();
   /** Writes the fields in order, "M" for a missing one. */
   void print() const;

@@ -10,9 +10,10 @@ namespace ZQV {
 class Buffer;
 class String;
 
-/** Plain file, pipe or standard stream behind one interface. "-" is a standard stream, a name beginning
- *  "|" a pipe, a leading "~" a home directory. Operations return 0 on failure and never report; read()
- *  gives -1 where there is nothing to read from. Closes what it opened when destroyed. */
+/** Plain file, pipe or standard stream behind one interface. "-" is a standard stream, a name
+ * beginning
+ *  "|" a pipe, a leading "~" a home directory. Operations return 0 on failure and never report;
+ * read() gives -1 where there is nothing to read from. Closes what it opened when destroyed. */
 class File : public FileAttr {
  public:
   File() = default;
@@ -37,8 +38,8 @@ class File : public FileAttr {
   /** True at the end of the file, and when not open. */
   [[nodiscard]] bool endFile() const;
 
-  /** Reads up to size - 1 characters, up to and including a newline, and terminates. A longer line comes
-   *  in pieces. @return the length, 0 at the end of the file */
+  /** Reads up to size - 1 characters, up to and including a newline, and terminates. A longer line
+   * comes in pieces. @return the length, 0 at the end of the file */
   int getLine(char* buffer, int size);
   /** The same up to the capacity of the String less one. */
   int getLine(String& buffer);

@@ -1,14 +1,14 @@
 #include "FileTool.h"
 
-#include <pwd.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
+
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "StrLib.h"
 #include "String.h"
@@ -32,8 +32,8 @@ bool hasMode(const char* name, mode_t kind) {
   return status(name, st) && (st.st_mode & S_IFMT) == kind;
 }
 
-/** Where the entry that starts at text ends: the next ":" with an entry behind it, or the end of the text,
- *  since an empty entry ends the walk and the rest counts as the last entry. */
+/** Where the entry that starts at text ends: the next ":" with an entry behind it, or the end of
+ * the text, since an empty entry ends the walk and the rest counts as the last entry. */
 const char* entryEnd(const char* text) {
   const char* colon = std::strchr(text, ':');
   if (colon == nullptr || colon == text || colon[1] == '\0' || colon[1] == ':') {
@@ -45,8 +45,8 @@ const char* entryEnd(const char* text) {
 }  // namespace
 
 bool FileTool::isFullPath(const char* name) {
-  return name != nullptr && (*name == '/' || *name == '.' || *name == '~' ||
-                             StrLib::equal(name, "http://", 7));
+  return name != nullptr &&
+         (*name == '/' || *name == '.' || *name == '~' || StrLib::equal(name, "http://", 7));
 }
 
 int FileTool::addPath(const char* paths, const char* name, String& out) {
@@ -188,7 +188,8 @@ int FileTool::makeDir(const char* path) {
   constexpr mode_t mode = 0755;
   std::string text = StrLib::acopy(path).substr(0, max_path);
   std::replace(text.begin(), text.end(), '\\', '/');
-  for (size_t slash = text.find('/'); slash != std::string::npos; slash = text.find('/', slash + 1)) {
+  for (size_t slash = text.find('/'); slash != std::string::npos;
+       slash = text.find('/', slash + 1)) {
     if (slash > 0) {
       ::mkdir(text.substr(0, slash).c_str(), mode);
     }

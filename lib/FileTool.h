@@ -9,8 +9,8 @@ class FileTool {
  public:
   /** Begins with "http://", "/", "." or "~". */
   static bool isFullPath(const char* name);
-  /** The name in the first directory of paths where such a file exists, else in the last one tried; a full
-   *  path, a standard stream and a name without paths stand as they are.
+  /** The name in the first directory of paths where such a file exists, else in the last one tried;
+   * a full path, a standard stream and a name without paths stand as they are.
    *  @return 1 if out exists, else 0 */
   static int addPath(const char* paths, const char* name, String& out);
   static int checkPath(const char* paths, const char* name);

@@ -12,7 +12,8 @@ class FloatArray {
   /** Empty, with room for n values. @return 1 */
   int init(int n);
   int add(float v);
-  /** Sets value i, growing by at most 10 past the capacity. @return 1; 0 for a negative i or one too far */
+  /** Sets value i, growing by at most 10 past the capacity. @return 1; 0 for a negative i or one
+   * too far */
   int set(int i, float v);
   /** A negative i counts from the end. @return 1; 0 out of range */
   int get(int i, float& v) const;

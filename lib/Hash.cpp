@@ -66,8 +66,8 @@ void Hash::store(Entry& entry, const void* value) const {
 }
 
 int Hash::enterKeys(const std::array<const char*, MAX_KEYS>& keys, int given, const void* value) {
-  if (given < numkey ||
-      std::any_of(keys.begin(), keys.begin() + numkey, [](const char* k) { return k == nullptr; })) {
+  if (given < numkey || std::any_of(keys.begin(), keys.begin() + numkey,
+                                    [](const char* k) { return k == nullptr; })) {
     return 0;
   }
   bool known = true;

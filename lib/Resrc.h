@@ -1,8 +1,8 @@
 #pragma once
 
+#include <deque>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace ZQV {
 
@@ -13,7 +13,14 @@ class String;
 class Resrc {
  public:
   /** Where the value of an item came from. */
-  enum Source { NONE = 0, BUILTIN = 1, FILE_SOURCE = 2, ENVIRONMENT = 3, COMMAND_LINE = 4, PROGRAM = 5 };
+  enum Source {
+    NONE = 0,
+    BUILTIN = 1,
+    FILE_SOURCE = 2,
+    ENVIRONMENT = 3,
+    COMMAND_LINE = 4,
+    PROGRAM = 5
+  };
 
   /** Sets the value and source of an item, which is appended if it is new. @return 1 */
   int add(const char* name, const char* value, int type);
@@ -21,8 +28,8 @@ class Resrc {
   int set(const char* name, const String& value);
   int set(const char* name, const char* value, int type) { return add(name, value, type); }
   int put(const char* name, const char* value) { return add(name, value, PROGRAM); }
-  /** The value becomes old, sep, value; a sep of 0 is the newline. An absent item is created with no
-   *  source; an absent value changes nothing. @return 1 */
+  /** The value becomes old, sep, value; a sep of 0 is the newline. An absent item is created with
+   * no source; an absent value changes nothing. @return 1 */
   int append(const char* name, const char* value, char sep);
   /** The value becomes value, sep, old. */
   int prepend(const char* name, const char* value, char sep);
@@ -43,7 +50,8 @@ class Resrc {
   /** Scans the value. @return fields read; 0 if the item doesn't exist */
   int scanf(const char* name, const char* format, ...) const __attribute__((format(scanf, 3, 4)));
 
-  /** Walks names and values: flag 0 starts at the first item, else goes on. @return 1; 0 at the end */
+  /** Walks names and values: flag 0 starts at the first item, else goes on. @return 1; 0 at the end
+   */
   int getValues(String& name, String& value, int flag);
   void rewind() { cur = 0; }
   /** The next name, absent at the end. */
@@ -66,7 +74,7 @@ class Resrc {
   Item* find(const char* name);
   int join(const char* name, const char* value, char sep, bool before);
 
-  std::vector<Item> items;
+  std::deque<Item> items;  // values stay where they are while items are added
   size_t cur = 0;
 };
 

@@ -53,8 +53,8 @@ class StrLib {
 
   static bool equal(const char* s, const char* t);
   static bool iequal(const char* s, const char* t);
-  /** n of 1 and up: the texts agree in their first n characters (a text that ends earlier agrees only
-   *  if both end there). n of 0 or below: the last -n characters of s equal the whole of t. */
+  /** n of 1 and up: the texts agree in their first n characters (a text that ends earlier agrees
+   * only if both end there). n of 0 or below: the last -n characters of s equal the whole of t. */
   static bool equal(const char* s, const char* t, int n);
   static bool iequal(const char* s, const char* t, int n);
   /** t has length n exactly and the first n characters of s equal it. */
@@ -90,8 +90,9 @@ class StrLib {
   static bool isNum(const char* s);
   /** The first n characters are digits. */
   static bool isNum(const char* s, int n);
-  /** From the end: characters below 32 go up to the last ordinary one, those further in become blanks.
-   *  The comparison is on signed characters, so bytes of 128 and up count as control characters. */
+  /** From the end: characters below 32 go up to the last ordinary one, those further in become
+   * blanks. The comparison is on signed characters, so bytes of 128 and up count as control
+   * characters. */
   static int clean(char* s);
   static bool valid(const char* s) { return s != nullptr && *s != '\0'; }
   /** s if valid, else t. */
@@ -100,9 +101,9 @@ class StrLib {
   static bool validData(const char* s);
   /** Has a letter or digit. */
   static bool isAlphaNum(const char* s);
-  /** Matches s, item by item, with a template: A letter or digit, a letter, d digit, b blank or tab,
-   *  c control, l lower, u upper, p punctuation, s white space, g printing but no blank, [...] one of
-   *  those listed, anything else itself. s may be longer, a shorter s fails. */
+  /** Matches s, item by item, with a template: A letter or digit, a letter, d digit, b blank or
+   * tab, c control, l lower, u upper, p punctuation, s white space, g printing but no blank, [...]
+   * one of those listed, anything else itself. s may be longer, a shorter s fails. */
   static bool check(const char* s, const char* pattern);
 };
 

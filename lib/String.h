@@ -86,8 +86,8 @@ class String {
   int lowCase();
   [[nodiscard]] bool isAlphaNum() const;
 
-  /** Reading position: rewind() puts it to the start; next() gives the character there and steps on,
-   *  0 at the end. */
+  /** Reading position: rewind() puts it to the start; next() gives the character there and steps
+   * on, 0 at the end. */
   void rewind() { ptr = 0; }
   char next();
 

@@ -23,11 +23,11 @@ class Strings {
   int set(int argc, const char* const* argv);
   int set(const char* text);
   int set(const char* text, char delim);
-  /** Splits at every delim outside quotes. A double quote opens a quoted token only at the very start
-   *  or directly after a delimiter, and closes at the first one that ends the text or stands before
-   *  a delimiter; that pair is removed. With max of at least 1 the last of at most max tokens holds
-   *  the rest, delimiters included; a negative max means no limit. An absent or empty text has no
-   *  tokens. @return 1 */
+  /** Splits at every delim outside quotes. A double quote opens a quoted token only at the very
+   * start or directly after a delimiter, and closes at the first one that ends the text or stands
+   * before a delimiter; that pair is removed. With max of at least 1 the last of at most max tokens
+   * holds the rest, delimiters included; a negative max means no limit. An absent or empty text has
+   * no tokens. @return 1 */
   int set(const char* text, char delim, int max);
   /** n empty slots. @return 1; 0 for a negative n */
   int set(int n);

@@ -13,8 +13,8 @@ class Timezone {
   explicit Timezone(const char* text) { set(text); }
 
   void init() { *this = Timezone(); }
-  /** A leading "+" or "-" asks for a 12-hour clock; the name is up to four characters. @return 1; 0 for an
-   *  empty text, which clears the zone */
+  /** A leading "+" or "-" asks for a 12-hour clock; the name is up to four characters. @return 1; 0
+   * for an empty text, which clears the zone */
   int set(const char* text);
   [[nodiscard]] bool isSet() const { return offset != Const::MISS; }
   /** 0 24-hour clock; 1 and -1 12-hour clock, -1 with the UTC time behind it. */

@@ -30,8 +30,8 @@ class Tools {
 
   /** Truncates toward zero, saturates at the limits of int; NaN gives 0. */
   static int cut(double value);
-  /** The text if it is a format of exactly one floating conversion ("%1.0f", "%.2e dB"), with width and
-   *  precision of at most two digits; else "%1.0f". For formats that users and files give. */
+  /** The text if it is a format of exactly one floating conversion ("%1.0f", "%.2e dB"), with width
+   * and precision of at most two digits; else "%1.0f". For formats that users and files give. */
   static const char* numFormat(const char* format);
 };
 

@@ -23,8 +23,8 @@ class Zlib {
   void set(const void* in, int in_size, void* out, int out_size);
   /** One step with Z_SYNC_FLUSH. @return the code of zlib, also kept as status */
   int decomp();
-  /** From in's unread bytes to out's store at its read position; moves in past what was eaten and sets
-   *  out's size. @return as decomp(); -1 on a compressor */
+  /** From in's unread bytes to out's store at its read position; moves in past what was eaten and
+   * sets out's size. @return as decomp(); -1 on a compressor */
   int decomp(Buffer& in, Buffer& out);
   int comp(int flush);
   int comp(Buffer& in, Buffer& out, int flush);

@@ -27,9 +27,9 @@ class Zqv {
 
   /** The mask becomes 2 to the power n, minus 1. @return 1 */
   static int setMessageLevel(int n);
-  /** Level names separated by commas ("mess,+debug3"): a plain name replaces the mask, "+" sets the one
-   *  bit of the level, "-" flips it. An absent or empty text changes nothing. @return 1; 0 if nothing
-   *  was given */
+  /** Level names separated by commas ("mess,+debug3"): a plain name replaces the mask, "+" sets the
+   * one bit of the level, "-" flips it. An absent or empty text changes nothing. @return 1; 0 if
+   * nothing was given */
   static int setMessageLevel(const char* text);
   /** Bit n - 1 of the mask. */
   static bool checkMessage(int n);
@@ -38,7 +38,8 @@ class Zqv {
   /** Bit n + 12 of the mask, one above what outDebug(n) tests: deliberate. */
   static bool isDebug(int n);
 
-  /** To standard output if bit 0 is set. No prefix, newline or time stamp is added. @return 1 if written */
+  /** To standard output if bit 0 is set. No prefix, newline or time stamp is added. @return 1 if
+   * written */
   static int outMessage(const char* format, ...) __attribute__((format(printf, 1, 2)));
   static int outMessage(int n, const char* format, ...) __attribute__((format(printf, 2, 3)));
   /** To standard output if bit 12 (n: bit n + 11) is set. */
@@ -56,8 +57,8 @@ class Zqv {
   static int setDatabasePath(const char* path);
   /** Empty as long as nothing was set. */
   static const char* getDatabasePath();
-  /** A fixed time, seconds since 1970, that stands for the present in the search for the latest file;
-   *  Const::MISS for none. */
+  /** A fixed time, seconds since 1970, that stands for the present in the search for the latest
+   * file; Const::MISS for none. */
   static int setInitTime(int t);
   static int getInitTime();
 

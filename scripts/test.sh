@@ -29,8 +29,9 @@ fuzz_jobs=2
 fuzz_seconds=10
 summary=()
 failed=false
+stage_rc=0
 
-# Runs a stage and notes its time; its result is that of its last command, or of the first to fail.
+# Runs a stage, notes its time, and goes on whatever its result is.
 stage() {
   local name=$1 start=$SECONDS rc=0
   shift
@@ -41,12 +42,19 @@ stage() {
   rc=$?
   set -e
   local result=ok
-  if [[ $rc -ne 0 ]]; then
-    result=FAILED
-    failed=true
-  fi
+  [[ $rc -eq 0 ]] || result=FAILED
+  [[ $rc -eq 0 ]] || failed=true
+  stage_rc=$rc
   summary+=("$(printf '%-16s %4d s  %s' "$name" $((SECONDS - start)) "$result")")
-  return 0
+}
+
+# A stage that makes no sense if the one before it failed: old programs would be tested.
+then_stage() {
+  if [[ $stage_rc -eq 0 ]]; then
+    stage "$@"
+  else
+    summary+=("$(printf '%-16s         skipped' "$1")")
+  fi
 }
 
 build() {
@@ -61,7 +69,17 @@ run_tests() { ctest --preset "$1" -j "$jobs" --output-on-failure; }
 
 sources() { git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp'; }
 
-check_format() { sources | xargs -r clang-format --dry-run -Werror; }
+check_format() {
+  local source rc=0
+  while read -r source; do
+    [[ -e $source ]] || continue
+    clang-format "$source" | cmp -s - "$source" || {
+      echo "clang-format -i $source"
+      rc=1
+    }
+  done < <(sources)
+  return $rc
+}
 
 check_layers() {
   python3 tools/check_layers_test.py
@@ -138,13 +156,13 @@ stage "setup" scripts/setup.sh
 mkdir -p build
 for preset in release asan; do
   stage "build $preset" build "$preset"
-  stage "test $preset" run_tests "$preset"
+  then_stage "test $preset" run_tests "$preset"
 done
 stage "format" check_format
 stage "layers" check_layers
 if ! $quick; then stage "clang-tidy" run_tidy; fi
 stage "build fuzz" build fuzz
-stage "fuzz" run_fuzz
+then_stage "fuzz" run_fuzz
 
 echo
 printf '%s\n' "${summary[@]}"
