@@ -38,7 +38,7 @@ class Domain : public DomainVal {
    * DomainTool::decode reads all that users may write. @return 1 or 0 */
   int set(const char* text);
   /** The grid of cols by rows points between two corners, in the projection set before. Needs at
-   * least 2 points each way. @return 1; 0 if a corner can't be projected */
+   * least 2 points each way. @return 1; 0 with fewer, or if a corner can't be projected */
   int set(const EarthPoint& ul, const EarthPoint& lr, int cols, int rows);
   /** A plain plane (XY) of cols by rows points. @return 1 */
   int set(int cols, int rows);
@@ -165,17 +165,13 @@ class Domain : public DomainVal {
   void printLimits() const;
 
  private:
-  int forward(EarthPoint& e, Point& p);
-  int inverse(const Point& p, EarthPoint& e);
-  int forwardMap(EarthPoint& e, double& x, double& y);
-  int inverseMap(double x, double y, double& lat, double& lon);
-  void forwardDiagram(const EarthPoint& e, double& x, double& y);
-  void inverseDiagram(double x, double y, double& lat, double& lon);
-
+  // One block a projection in the source: formula, first-use constants, forward, inverse. Forward
+  // and inverse give 1, or 0 where there is nothing to show.
   int forwardPstereo(EarthPoint& e, double& x, double& y);
   int inversePstereo(double x, double y, double& lat, double& lon);
-  int forwardMerc(const EarthPoint& e, double& x, double& y) const;
-  int inverseMerc(double x, double y, double& lat, double& lon) const;
+  int forwardLatLon(const EarthPoint& e, double& x, double& y) const;
+  int forwardMerc(const EarthPoint& e, double& x, double& y);
+  int inverseMerc(double x, double y, double& lat, double& lon);
   int forwardMercEllipse(const EarthPoint& e, double& x, double& y);
   int inverseMercEllipse(double x, double y, double& lat, double& lon);
   int forwardLamb(EarthPoint& e, double& x, double& y);
@@ -189,6 +185,8 @@ class Domain : public DomainVal {
   int inverseOrtho(double x, double y, double& lat, double& lon);
   int forwardMoll(const EarthPoint& e, double& x, double& y) const;
   int inverseMoll(double x, double y, double& lat, double& lon) const;
+  int forwardDiagram(const EarthPoint& e, double& x, double& y);
+  int inverseDiagram(double x, double y, double& lat, double& lon);
 
   void setupPstereo();
   void setupMercEllipse();
@@ -198,7 +196,9 @@ class Domain : public DomainVal {
   void setupOrtho();
   void setupSkewt();
   void setupTeph();
-  [[nodiscard]] float turn(const Point& p) const;
+  int project(EarthPoint& e, double& x, double& y);
+  int unproject(double x, double y, double& lat, double& lon);
+  double convergence(const Point& p);
   [[nodiscard]] double getPeriod(double y) const;
 
   Rect limits;

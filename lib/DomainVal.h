@@ -64,6 +64,12 @@ class DomainVal {
   int nx = Const::MISS;  ///< points of the grid
   int ny = Const::MISS;
   bool ellipse = false;  ///< ellipsoidal earth (MERC and SAT only)
+
+ protected:
+  /** Name of a projection in a domain text; empty for those without. */
+  static const char* getProjText(int code);
+  /** The domain text with that name ahead. */
+  void toText(const char* name, String& out) const;
 };
 
 }  // namespace ZQV

@@ -65,7 +65,7 @@ class EarthPoints {
   void print() const;
 
  private:
-  void grow(size_t least);
+  void grow();
 
   int ind = 0;
   std::vector<float> lat;
