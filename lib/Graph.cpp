@@ -148,6 +148,7 @@ int Graph::setDevice(const char* device_name, const char* params) {
     made = std::make_unique<MetaFile>();
     device = META;
   } else {
+    refused = true;
     Zqv::outWarning("%s", NO_DISPLAY);
     return 0;
   }
@@ -169,7 +170,7 @@ int Graph::getDevice(String& out) {
 int Graph::open() {
   init();
   if (window == nullptr) {
-    Zqv::outWarning("%s", NO_DISPLAY);
+    if (!refused) Zqv::outWarning("%s", NO_DISPLAY);
     return 0;
   }
   window->setFixed(fixed);

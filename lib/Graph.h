@@ -227,6 +227,7 @@ class Graph : public Listener {
   Points pts;      ///< polyline in plot coordinates, reused by each drawing
   Points outline;  ///< line of a symbol, in window coordinates
   int device = 0;
+  bool refused = false;  ///< a device was asked for that there isn't; said once
   bool managed = false;
   bool fixed = false;
   int line_color = 1;
