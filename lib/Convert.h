@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Const.h"
+
+namespace ZQV {
+
+/** Plain conversions between the units of temperature, length and speed. A missing value stays
+ * missing. */
+class Convert {
+ public:
+  static float CtoK(float c) { return linear(c, 1, 273.15); }
+  static float KtoC(float k) { return linear(k, 1, -273.15); }
+  static float CtoF(float c) { return linear(c, 1.8, 32); }
+  static float FtoC(float f) { return linear(f, 1 / 1.8, -32 / 1.8); }
+  static float KtoF(float k) { return linear(k, 1.8, 32 - 273.15 * 1.8); }
+  static float FtoK(float f) { return linear(f, 1 / 1.8, 273.15 - 32 / 1.8); }
+  static float FTtoM(float ft) { return linear(ft, 0.3048, 0); }
+  static float MtoFT(float m) { return linear(m, 1 / 0.3048, 0); }
+  static float NMtoKM(float nm) { return linear(nm, 1.852, 0); }
+  static float KMtoNM(float km) { return linear(km, 1 / 1.852, 0); }
+  static float KTtoKMH(float kt) { return linear(kt, 1.852, 0); }
+  static float MStoKT(float ms) { return linear(ms, 3.6 / 1.852, 0); }
+  static float KTtoMS(float kt) { return linear(kt, 1.852 / 3.6, 0); }
+
+ private:
+  static float linear(float v, double factor, double added) {
+    return v == Const::FMISS ? v : static_cast<float>(static_cast<double>(v) * factor + added);
+  }
+};
+
+}  // namespace ZQV
