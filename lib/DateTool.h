@@ -38,7 +38,8 @@ class DateTool {
    */
   static int createLabel(const Date& date, const Timezone& zone, const char* text,
                          const ForeTime& fore, String& out);
-  /** The same with hours: the words "Analysis", "Data", "analysis", "data" stand for none. */
+  /** The same with hours: none are an "analysis", missing ones "data", with a capital where no text
+   * goes ahead. */
   static int createLabel(const Date& date, const Timezone& zone, const char* text, float hours,
                          String& out);
   static int createLabel(const Date& date, const char* text, float hours, String& out);

@@ -22,7 +22,7 @@ std::string fixedText(double value, int precision) {
   char text[400];
   for (;; precision--) {
     std::snprintf(text, sizeof(text), "%.*f", std::max(precision, 0), value);
-    const std::string shown = text;
+    std::string shown = text;
     if (precision <= 0 || shown.back() != '0') {
       return shown;
     }
