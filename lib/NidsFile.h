@@ -295,7 +295,7 @@ class NidsFile : private NidsState {
 
   int readHead();
   int skipPending();
-  int skipChars(int n);
+  void skipChars(int n);
 
   File file;
   bool opened = false;
