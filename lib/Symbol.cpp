@@ -1,0 +1,113 @@
+#include "Symbol.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <sstream>
+#include <string_view>
+
+#include "Buffer.h"
+#include "File.h"
+#include "Point.h"
+#include "StrLib.h"
+#include "Tools.h"
+#include "Zqv.h"
+
+namespace ZQV {
+
+namespace {
+
+constexpr size_t MAX_SYMBOLS = 100;
+constexpr size_t MAX_POINTS = 3000;
+constexpr size_t MAX_NAME = 14;
+constexpr int MAX_FILE = 1 << 20;  ///< far above what the largest set takes
+constexpr int BREAK_L = -1;
+constexpr int BREAK_F = -2;
+constexpr int END = -9;
+
+/** A coordinate as it is stored. The small shift keeps 0.29 from becoming 28. */
+int toStored(float v) {
+  return Tools::cut((static_cast<double>(v) + 0.001) * 100.0);
+}
+
+}  // namespace
+
+int Symbol::init(const char* file) {
+  if (file != nullptr) read(file);
+  return 1;
+}
+
+int Symbol::read(const char* file_name) {
+  name.clear();
+  index.clear();
+  x.clear();
+  y.clear();
+  num = 0;
+  symb = -1;
+  File file;
+  if (file.openPlain(file_name) == 0) {
+    Zqv::outWarning("Symbol_read: unable to load symbol file: %s\n",
+                    file_name != nullptr ? file_name : "");
+    return 0;
+  }
+  Buffer buffer;
+  buffer.init(MAX_FILE);
+  const int n = std::max(file.read(buffer), 0);
+  std::istringstream words(
+      std::string(reinterpret_cast<const char*>(buffer.getData()), static_cast<size_t>(n)));
+  const auto add = [this](int px, int py) {
+    x.push_back(px);
+    y.push_back(py);
+  };
+  bool expect_name = true;
+  std::string word;
+  // One place is kept for the end of the last symbol.
+  while (name.size() <= MAX_SYMBOLS && x.size() < MAX_POINTS - 1 && words >> word) {
+    if (expect_name) {
+      if (name.size() == MAX_SYMBOLS) break;
+      name.push_back(word.substr(0, MAX_NAME));
+      index.push_back(x.size());
+      expect_name = false;
+    } else if (word[0] == '$') {
+      add(END, 0);
+      num++;
+      expect_name = true;
+    } else if (word[0] == 'L') {
+      add(BREAK_L, 0);
+    } else if (word[0] == 'F') {
+      add(BREAK_F, 0);
+    } else {
+      float a = 0.0F;
+      float b = 0.0F;
+      std::sscanf(word.c_str(), "%f,%f", &a, &b);
+      add(toStored(a), toStored(b));
+    }
+  }
+  add(END, 0);
+  return 1;
+}
+
+int Symbol::setSymb(const char* symbol) {
+  symb = -1;
+  for (int i = 0; i < num && symb < 0; i++) {
+    const std::string& stored = name[static_cast<size_t>(i)];
+    if (StrLib::equal(symbol, stored.c_str(), static_cast<int>(stored.size()))) {
+      symb = static_cast<int>(index[static_cast<size_t>(i)]);
+    }
+  }
+  return symb < 0 ? 0 : 1;
+}
+
+int Symbol::get(Point& p) {
+  if (symb < 0) return 0;
+  const auto i = static_cast<size_t>(symb);
+  if (x[i] == END) return 0;
+  symb++;
+  if (x[i] == BREAK_L || x[i] == BREAK_F) return 2;
+  p.x = static_cast<float>(x[i] / 100.0);
+  p.y = static_cast<float>(y[i] / 100.0);
+  return 1;
+}
+
+}  // namespace ZQV
