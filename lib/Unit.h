@@ -48,7 +48,7 @@ class Unit {
   static int simplify(String& text);
 
  private:
-  /** The cached conversion; absent if the units are the same. */
+  /** The conversion, from the cache or looked up into it. */
   const UnitData& find(const char* from, const char* to);
   UnitData& takeSlot();
 
