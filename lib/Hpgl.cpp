@@ -204,11 +204,13 @@ int Hpgl::setClip(float x1, float y1, float x2, float y2) {
            y2 - y1 + 2.0F * CLIP_MARGIN);
   if (!opened) return 0;
   out.put("IW ");
-  const float sides[] = {clip.x, clip.y, clip.x + clip.width, clip.y + clip.height};
-  for (const float side : sides) {
-    if (&side != sides) out.put(',');
-    out.putFloat<0>(side);
-  }
+  out.putFloat<0>(clip.x);
+  out.put(',');
+  out.putFloat<0>(clip.y);
+  out.put(',');
+  out.putFloat<0>(clip.x + clip.width);
+  out.put(',');
+  out.putFloat<0>(clip.y + clip.height);
   out.put(";\n");
   return 1;
 }
