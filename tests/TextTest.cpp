@@ -213,7 +213,8 @@ TEST(Tools, PacksValuesInTwoDigits) {
   EXPECT_EQ(Tools::toInt(5.5F), 55);
   EXPECT_EQ(Tools::toInt(85.0F), 185);
   EXPECT_EQ(Tools::toInt(-850.0F), -285);
-  EXPECT_EQ(Tools::toInt(0.05F), 850);  // 0.05 to the power of ten, less two, plus ten
+  EXPECT_EQ(Tools::toInt(0.05F),
+            800);  // deliberate: four steps up, which leaves both digits behind
 }
 
 TEST(Tools, CutsAndGuardsNumbers) {
