@@ -982,7 +982,7 @@ int NidsFile::skipPending() {
 }
 
 int NidsFile::readPacket() {
-  if (!opened) {
+  if (!opened || lost) {
     return 0;
   }
   if (skipPending() == 0) {
@@ -1096,7 +1096,7 @@ int NidsFile::readHead() {
       num = 0;
       Zqv::outDebug(3, "Length: %d\n", len);
       break;
-    default: return 0;
+    default: lost = true; return 0;
   }
   return whole ? pk_code : -1;
 }
@@ -1347,6 +1347,7 @@ int NidsFile::graphicLayer() {
   }
   nbytes = n;
   bytes = 0;
+  lost = false;
   Zqv::outDebug(3, "Number: %d\n", page);
   Zqv::outDebug(3, "Number of bytes: %d\n", nbytes);
   return page;

@@ -63,6 +63,8 @@ struct NidsState {
   int64_t bytes = 0;
   int nbytes = 0;
   int pack = 0;
+  bool lost =
+      false;        ///< a code was met that isn't known: where the next packet starts is not known
   int pending = 0;  ///< bytes of a packet without a reader, still to be passed over
 
   float res = 0;
