@@ -5,10 +5,9 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "Buffer.h"
-#include "File.h"
 #include "Point.h"
 #include "StrLib.h"
+#include "TextFile.h"
 #include "Tools.h"
 
 namespace ZQV {
@@ -18,7 +17,6 @@ namespace {
 constexpr size_t MAX_NAME = 99;
 constexpr int DEFAULT_HEIGHT = 12;
 constexpr size_t MAX_MOVES = 7500;
-constexpr int MAX_FILE = 1 << 20;  ///< far above what the longest font takes
 constexpr int END_FILE = 254;
 constexpr int END_GLYPH = 255;
 constexpr int PEN_UP = 128;
@@ -80,13 +78,10 @@ int GFont::read(const char* name_) {
     type = DEVICE;
     return 1;
   }
-  File file;
-  if (file.openPlain(name_) == 0) return 0;
+  std::string text;
+  if (TextFile::readAll(name_, text) == 0) return 0;
   type = STROKE;
-  Buffer buffer;
-  buffer.init(MAX_FILE);
-  const int n = std::max(file.read(buffer), 0);
-  readStrokes(std::string(reinterpret_cast<const char*>(buffer.getData()), static_cast<size_t>(n)));
+  readStrokes(text);
   measure();
   return 1;
 }

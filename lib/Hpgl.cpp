@@ -34,7 +34,6 @@ int Hpgl::init() {
   setTitle("ZQV Plot");
   append = pcl = color = rotate = 0;
   scale = 1.0F;
-  fore_color = back_color = 0;
   base_width = BASE_WIDTH;
   line_bold = 1;
   return 1;

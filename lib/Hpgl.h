@@ -39,8 +39,6 @@ class Hpgl : public PageDevice {
   int color = 0;
   int rotate = 0;  ///< degrees
   float scale = 1.0F;
-  int fore_color = 0;
-  int back_color = 0;
   float base_width = 0.0F;
   int line_bold = 1;
 };

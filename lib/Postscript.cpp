@@ -49,7 +49,6 @@ int Postscript::init() {
   setTitle("ZQV Plot");
   append = eps = color = orient = 0;
   scale = 1.0F;
-  fore_color = back_color = 0;
   base_width = 1.0F;
   line_bold = 1;
   return 1;

@@ -50,8 +50,6 @@ class Postscript : public PageDevice {
   int color = 0;
   int orient = 0;
   float scale = 1.0F;
-  int fore_color = 0;
-  int back_color = 0;
   float base_width = 1.0F;
   int line_bold = 1;
 };

@@ -7,10 +7,9 @@
 #include <sstream>
 #include <string_view>
 
-#include "Buffer.h"
-#include "File.h"
 #include "Point.h"
 #include "StrLib.h"
+#include "TextFile.h"
 #include "Tools.h"
 #include "Zqv.h"
 
@@ -21,7 +20,6 @@ namespace {
 constexpr size_t MAX_SYMBOLS = 100;
 constexpr size_t MAX_POINTS = 3000;
 constexpr size_t MAX_NAME = 14;
-constexpr int MAX_FILE = 1 << 20;  ///< far above what the largest set takes
 constexpr int BREAK_L = -1;
 constexpr int BREAK_F = -2;
 constexpr int END = -9;
@@ -45,17 +43,13 @@ int Symbol::read(const char* file_name) {
   y.clear();
   num = 0;
   symb = -1;
-  File file;
-  if (file.openPlain(file_name) == 0) {
+  std::string text;
+  if (TextFile::readAll(file_name, text) == 0) {
     Zqv::outWarning("Symbol_read: unable to load symbol file: %s\n",
                     file_name != nullptr ? file_name : "");
     return 0;
   }
-  Buffer buffer;
-  buffer.init(MAX_FILE);
-  const int n = std::max(file.read(buffer), 0);
-  std::istringstream words(
-      std::string(reinterpret_cast<const char*>(buffer.getData()), static_cast<size_t>(n)));
+  std::istringstream words(text);
   const auto add = [this](int px, int py) {
     x.push_back(px);
     y.push_back(py);

@@ -10,6 +10,12 @@
 
 namespace ZQV {
 
+namespace {
+
+constexpr long MAX_FILE = 1L << 20;
+
+}  // namespace
+
 int TextFile::open(const char* name) {
   if (!StrLib::valid(name)) return 0;
   String path;
@@ -26,6 +32,14 @@ int TextFile::next(std::string& line, int max) {
   line = buffer.data();
   StrLib::trimWS(line);
   line.erase(0, line.find_first_not_of(" \t"));
+  return 1;
+}
+
+int TextFile::readAll(const char* path, std::string& text) {
+  File plain;
+  if (!StrLib::valid(path) || plain.openPlain(path) == 0) return 0;
+  text.resize(static_cast<size_t>(std::clamp(FileTool::getSize(path), 0L, MAX_FILE)));
+  text.resize(static_cast<size_t>(std::max(plain.read(text.data(), text.size()), 0)));
   return 1;
 }
 

@@ -16,6 +16,10 @@ class TextFile {
    * than max characters is passed over. @return 1; 0 at the end of the file */
   int next(std::string& line, int max = 255);
 
+  /** Reads a whole file by its own path, as far as 1 MB, which is far above what any of ours takes.
+   *  @return 1; 0 if it can't be opened */
+  static int readAll(const char* path, std::string& text);
+
  private:
   File file;
 };
