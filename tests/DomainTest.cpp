@@ -547,8 +547,8 @@ double stepBearing(Domain& domain, const EarthPoint& e, double dir) {
 // The bearing of the plot is checked against a short step on the earth: a wrong sign shows as twice
 // the convergence of the meridians.
 TEST(Domain, TurnsBearings) {
-  for (const char* field : {"ps:90:-100", "ps:-90:30", "lc:40:-95", "lc:45:10:35:65",
-                            "sat:e:0:-75", "sat:e:0:-75:421.64:1", "me:0:0"}) {
+  for (const char* field : {"ps:90:-100", "ps:-90:30", "lc:40:-95", "lc:45:10:35:65", "sat:e:0:-75",
+                            "sat:e:0:-75:421.64:1", "me:0:0"}) {
     Domain domain = make(field);
     const bool south = field[3] == '-';
     const bool space = field[0] == 's';

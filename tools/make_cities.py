@@ -26,22 +26,26 @@ PLAIN_WORDS = re.compile(
     r"\b(INTNL|INTL|INTERNATIONAL|ARPT|AIRPORT|APT|MUNI|MUNICIPAL|REGIONAL|RGNL|CO|COUNTY|FIELD|FLD)\b\.?")
 
 
-def short_name(name, stop_words=None):
-    """The name in ASCII and at most 15 columns, without what stands in brackets."""
-    name = name.encode("ascii", "ignore").decode()
-    name = re.sub(r"\([^)]*(\)|$)", " ", name)
-    if stop_words:
-        bare = " ".join(stop_words.sub(" ", name).split()).strip(" /-")
-        name = bare or name
-    name = " ".join(name.split())
+def clean_name(name):
+    """In ASCII and without what stands in brackets."""
+    name = re.sub(r"\([^)]*(\)|$)", " ", name.encode("ascii", "ignore").decode())
+    return " ".join(name.split())
+
+
+def short_name(name):
+    """In at most 15 columns."""
     if len(name) > NAME_WIDTH:
         first = name.split("/")[0].strip()
         name = first if 3 <= len(first) <= NAME_WIDTH else name[:NAME_WIDTH].strip()
     return name
 
 
+def town(name):
+    return short_name(" ".join(PLAIN_WORDS.sub(" ", name).split()).strip(" /-") or name)
+
+
 def line(name, state, region, ident, prior, lat, lon, elev, wmo, num):
-    text = (f"{name:<{NAME_WIDTH}s} {state:2s} {region:2s} {ident} -{prior}- {lat:8.4f} {lon:9.4f} "
+    text = (f"{name:<{NAME_WIDTH}s} {state[:2]:2s} {region[:2]:2s} {ident} -{prior}- {lat:8.4f} {lon:9.4f} "
             f"{elev:4.0f}")
     if num:
         text += f" {wmo} {num}"
@@ -53,25 +57,33 @@ def line(name, state, region, ident, prior, lat, lon, elev, wmo, num):
 
 def radars(table):
     for row in sorted(table, key=lambda r: r["id3"]):
-        yield line(short_name(row["name"]), row["state"] or NONE,
+        yield line(short_name(clean_name(row["name"])), row["state"] or NONE,
                    COUNTRIES.get(row["country"], row["country"][:2]), row["id3"],
                    1 if row["network"] == "WSR-88D" else 2, float(row["lat"]), float(row["lon"]),
                    float(row["elev_m"] or NO_ELEVATION), NO_WMO, int(row["source_id"] or 0))
 
 
+def priority(row):
+    return 6 if not row["icao"] else 4 if not row["wmo"] else 2
+
+
 def stations(table):
-    seen = set()
-    rows = [r for r in table if "CLOSED" not in r["name"]]
-    for row in sorted(rows, key=lambda r: r["icao"] or r["id"]):
-        ident = row["icao"] or row["id"]
-        if ident in seen:
-            continue
-        seen.add(ident)
-        wmo = int(row["wmo"]) if row["wmo"] else NO_WMO
-        prior = 6 if not row["icao"] else 4 if wmo == NO_WMO else 2
-        yield line(short_name(row["name"], PLAIN_WORDS), row["state"] or NONE, row["country"] or NONE,
-                   ident, prior, float(row["lat"]), float(row["lon"]),
-                   float(row["elev_m"] or NO_ELEVATION), wmo, 0)
+    rows = {}
+    for row in table:
+        if "CLOSED" not in row["name"]:
+            row["name"] = clean_name(row["name"])
+            rows.setdefault(row["icao"] or row["id"], row)
+    # The town's own name goes to its main airport, the others keep their long names.
+    mains = {}
+    for ident in sorted(rows, key=lambda i: ("INT" not in rows[i]["name"], priority(rows[i]), i)):
+        mains.setdefault(town(rows[ident]["name"]), ident)
+    for ident, row in sorted(rows.items()):
+        name = town(row["name"])
+        if mains[name] != ident:
+            name = row["name"][:NAME_WIDTH].strip()
+        yield line(name, row["state"] or NONE, row["country"] or NONE, ident, priority(row),
+                   float(row["lat"]), float(row["lon"]), float(row["elev_m"] or NO_ELEVATION),
+                   int(row["wmo"] or NO_WMO), 0)
 
 
 def main():
