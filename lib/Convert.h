@@ -8,6 +8,7 @@ namespace ZQV {
  * missing. */
 class Convert {
  public:
+  // NOLINTBEGIN(readability-identifier-naming): units keep their own letters
   static float CtoK(float c) { return linear(c, 1, 273.15); }
   static float KtoC(float k) { return linear(k, 1, -273.15); }
   static float CtoF(float c) { return linear(c, 1.8, 32); }
@@ -21,6 +22,7 @@ class Convert {
   static float KTtoKMH(float kt) { return linear(kt, 1.852, 0); }
   static float MStoKT(float ms) { return linear(ms, 3.6 / 1.852, 0); }
   static float KTtoMS(float kt) { return linear(kt, 1.852 / 3.6, 0); }
+  // NOLINTEND(readability-identifier-naming)
 
  private:
   static float linear(float v, double factor, double added) {
