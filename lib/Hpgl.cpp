@@ -15,6 +15,8 @@ constexpr size_t MAX_FILENAME = 60;
 constexpr float UNITS_INCH = 1015.0F;
 constexpr float UNITS_PIXEL = 0.72F;
 constexpr float CLIP_MARGIN = 0.1F;
+constexpr float MIN_SCALE = 0.01F;
+constexpr float MAX_SCALE = 1000.0F;
 constexpr float BASE_WIDTH = 0.3F;  ///< millimetres of a line of width 1
 
 constexpr const char* STYLES[] = {"",           "LT;\n",       "LT2,5,1;\n",
@@ -61,12 +63,12 @@ int Hpgl::setParam(const char* params) {
       color = 0;
     } else if (items.iequal(i, "scale", 5)) {
       const float v = items.getFloat(i, 6);
-      if (v > 0.0F && std::isfinite(v)) scale = v;
+      if (v >= MIN_SCALE && v <= MAX_SCALE) scale = v;
     } else if (items.iequal(i, "rot", 3)) {
       rotate = items.getInt(i, 4);
     } else if (items.iequal(i, "lwidth", 6)) {
       const float v = items.getFloat(i, 7);
-      if (v >= 0.0F && std::isfinite(v)) base_width = v;
+      if (v >= 0.0F && v <= MAX_SCALE) base_width = v;
     } else if (items.iequal(i, "sz", 2)) {
       items.scanf(i, 3, "%f:%f", &w, &h);
     } else if (items.iequal(i, "ansid")) {
@@ -204,11 +206,13 @@ int Hpgl::setClip(float x1, float y1, float x2, float y2) {
            y2 - y1 + 2.0F * CLIP_MARGIN);
   if (!opened) return 0;
   out.put("IW ");
-  const float sides[] = {clip.x, clip.y, clip.x + clip.width, clip.y + clip.height};
-  for (const float side : sides) {
-    if (&side != sides) out.put(',');
-    out.putFloat<0>(side);
-  }
+  out.putFloat<0>(clip.x);
+  out.put(',');
+  out.putFloat<0>(clip.y);
+  out.put(',');
+  out.putFloat<0>(clip.x + clip.width);
+  out.put(',');
+  out.putFloat<0>(clip.y + clip.height);
   out.put(";\n");
   return 1;
 }

@@ -18,6 +18,8 @@ constexpr size_t MAX_FILENAME = 59;
 constexpr float POINTS_INCH = 72.0F;
 constexpr float POINTS_PIXEL = 0.72F;
 constexpr float CLIP_MARGIN = 0.1F;
+constexpr float MIN_SCALE = 0.01F;
+constexpr float MAX_SCALE = 1000.0F;
 
 constexpr const char* PROLOG =
     "/inch {72 mul} def\n"
@@ -75,10 +77,10 @@ int Postscript::setParam(const char* params) {
       color = 0;
     } else if (items.iequal(i, "scale", 5)) {
       const float v = items.getFloat(i, 6);
-      if (v > 0.0F && std::isfinite(v)) scale = v;
+      if (v >= MIN_SCALE && v <= MAX_SCALE) scale = v;
     } else if (items.iequal(i, "lwidth", 6)) {
       const float v = items.getFloat(i, 7);
-      if (v >= 0.0F && std::isfinite(v)) base_width = v;
+      if (v >= 0.0F && v <= MAX_SCALE) base_width = v;
     } else if (items.iequal(i, "sz", 2)) {
       if (items.scanf(i, 3, "%f:%f", &w, &h) == 2) setPaper(w, h);
     } else if (items.iequal(i, "ansid")) {
