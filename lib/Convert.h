@@ -8,6 +8,7 @@ namespace ZQV {
  * missing. */
 class Convert {
  public:
+  // NOLINTBEGIN(readability-identifier-naming): units keep their own letters
   static float CtoK(float c) { return linear(c, 1, 273.15); }
   static float KtoC(float k) { return linear(k, 1, -273.15); }
   static float CtoF(float c) { return linear(c, 1.8, 32); }
@@ -22,6 +23,7 @@ class Convert {
   /** In 32 bits throughout, so that a scale and an offset that meet at 0 m/s meet at 0 kt too. */
   static float MStoKT(float ms) { return ms == Const::FMISS ? ms : ms * 1.9438445F; }
   static float KTtoMS(float kt) { return linear(kt, 1.852 / 3.6, 0); }
+  // NOLINTEND(readability-identifier-naming)
 
  private:
   static float linear(float v, double factor, double added) {
