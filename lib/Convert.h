@@ -19,7 +19,8 @@ class Convert {
   static float NMtoKM(float nm) { return linear(nm, 1.852, 0); }
   static float KMtoNM(float km) { return linear(km, 1 / 1.852, 0); }
   static float KTtoKMH(float kt) { return linear(kt, 1.852, 0); }
-  static float MStoKT(float ms) { return linear(ms, 3.6 / 1.852, 0); }
+  /** In 32 bits throughout, so that a scale and an offset that meet at 0 m/s meet at 0 kt too. */
+  static float MStoKT(float ms) { return ms == Const::FMISS ? ms : ms * 1.9438445F; }
   static float KTtoMS(float kt) { return linear(kt, 1.852 / 3.6, 0); }
 
  private:

@@ -48,9 +48,10 @@ double wrapOnce(double lon) {
   return lon < -180 ? lon + 360 : lon;
 }
 
-/** Longitude by steps of 360 into -180 to 180, whatever its size; exact, as fmod() is. */
+/** Longitude by steps of 360 into -180 to 180, whatever its size; exact, as fmod() is. A missing
+ * one stays, and one that isn't finite is missing. */
 float normalize(float lon) {
-  if (lon >= -180 && lon <= 180) {
+  if ((lon >= -180 && lon <= 180) || lon == Const::FMISS) {
     return lon;
   }
   if (!std::isfinite(lon)) {
@@ -256,24 +257,15 @@ int Domain::tran(EarthPoint& e, Point& p) {
 
 int Domain::project(EarthPoint& e, double& x, double& y) {
   switch (proj) {
-    case PSTEREO:
-      return forwardPstereo(e, x, y);
-    case LATLON:
-      return forwardLatLon(e, x, y);
-    case MERC:
-      return ellipse ? forwardMercEllipse(e, x, y) : forwardMerc(e, x, y);
-    case LAMB:
-      return forwardLamb(e, x, y);
-    case ORTHO:
-      return forwardOrtho(e, x, y);
-    case MOLL:
-      return forwardMoll(e, x, y);
-    case LAMBAZ:
-      return forwardLambaz(e, x, y);
-    case SAT:
-      return forwardSat(e, x, y);
-    default:
-      return forwardDiagram(e, x, y);
+    case PSTEREO: return forwardPstereo(e, x, y);
+    case LATLON: return forwardLatLon(e, x, y);
+    case MERC: return ellipse ? forwardMercEllipse(e, x, y) : forwardMerc(e, x, y);
+    case LAMB: return forwardLamb(e, x, y);
+    case ORTHO: return forwardOrtho(e, x, y);
+    case MOLL: return forwardMoll(e, x, y);
+    case LAMBAZ: return forwardLambaz(e, x, y);
+    case SAT: return forwardSat(e, x, y);
+    default: return forwardDiagram(e, x, y);
   }
 }
 
@@ -306,26 +298,18 @@ int Domain::tran(const Point& p, EarthPoint& e) {
 
 int Domain::unproject(double x, double y, double& lat, double& lon) {
   switch (proj) {
-    case PSTEREO:
-      return inversePstereo(x, y, lat, lon);
+    case PSTEREO: return inversePstereo(x, y, lat, lon);
     case LATLON:
       lat = y;
       lon = x + plon;
       return 1;
-    case MERC:
-      return ellipse ? inverseMercEllipse(x, y, lat, lon) : inverseMerc(x, y, lat, lon);
-    case LAMB:
-      return inverseLamb(x, y, lat, lon);
-    case ORTHO:
-      return inverseOrtho(x, y, lat, lon);
-    case MOLL:
-      return inverseMoll(x, y, lat, lon);
-    case LAMBAZ:
-      return inverseLambaz(x, y, lat, lon);
-    case SAT:
-      return ellipse ? inverseSatEllipse(x, y, lat, lon) : inverseSat(x, y, lat, lon);
-    default:
-      return inverseDiagram(x, y, lat, lon);
+    case MERC: return ellipse ? inverseMercEllipse(x, y, lat, lon) : inverseMerc(x, y, lat, lon);
+    case LAMB: return inverseLamb(x, y, lat, lon);
+    case ORTHO: return inverseOrtho(x, y, lat, lon);
+    case MOLL: return inverseMoll(x, y, lat, lon);
+    case LAMBAZ: return inverseLambaz(x, y, lat, lon);
+    case SAT: return ellipse ? inverseSatEllipse(x, y, lat, lon) : inverseSat(x, y, lat, lon);
+    default: return inverseDiagram(x, y, lat, lon);
   }
 }
 
@@ -755,17 +739,13 @@ int Domain::forwardDiagram(const EarthPoint& e, double& x, double& y) {
   x = lat;
   y = lon;
   switch (proj) {
-    case PIXEL:
-      y = -lon;
-      break;
+    case PIXEL: y = -lon; break;
     case XP:
       x = (lat - limits.xmin) * xfactor + limits.xmin;
       y = (limits.ymin - lon) * yfactor + limits.ymin;
       break;
     case XLOGP:
-    case EMA:
-      y = -std::log(lon);
-      break;
+    case EMA: y = -std::log(lon); break;
     case POLAR:
       x = lon * std::sin(lat * DRC);
       y = lon * std::cos(lat * DRC);
@@ -777,9 +757,7 @@ int Domain::forwardDiagram(const EarthPoint& e, double& x, double& y) {
       y = -std::log(lon);
       x = lat + (y - scale) * xfactor;
       break;
-    case STUVE:
-      y = -std::pow(lon, 0.285714);
-      break;
+    case STUVE: y = -std::pow(lon, 0.285714); break;
     case TEPH: {
       y = logTheta(e.lat, e.lon);
       if (xfactor == 0) {
@@ -797,11 +775,8 @@ int Domain::forwardDiagram(const EarthPoint& e, double& x, double& y) {
       y = (y2 - view.ymin) / yfactor + scale;
       break;
     }
-    case RTEPH:
-      y = logTheta(e.lat, e.lon);
-      break;
-    default:
-      break;
+    case RTEPH: y = logTheta(e.lat, e.lon); break;
+    default: break;
   }
   return 1;
 }
@@ -810,17 +785,13 @@ int Domain::inverseDiagram(double x, double y, double& lat, double& lon) {
   lat = x;
   lon = y;
   switch (proj) {
-    case PIXEL:
-      lon = -y;
-      break;
+    case PIXEL: lon = -y; break;
     case XP:
       lat = (x - limits.xmin) / xfactor + limits.xmin;
       lon = (limits.ymin - y) / yfactor + limits.ymin;
       break;
     case XLOGP:
-    case EMA:
-      lon = std::exp(-y);
-      break;
+    case EMA: lon = std::exp(-y); break;
     case POLAR:
       lat = x == 0 && y == 0 ? 0 : RDC * std::atan2(x, y);
       lat = lat < 0 ? lat + 360 : lat;
@@ -833,9 +804,7 @@ int Domain::inverseDiagram(double x, double y, double& lat, double& lon) {
       lat = x - (y - scale) * xfactor;
       lon = std::exp(-y);
       break;
-    case STUVE:
-      lon = std::pow(-y, KAPPA_INV);
-      break;
+    case STUVE: lon = std::pow(-y, KAPPA_INV); break;
     case TEPH: {
       if (xfactor == Const::FMISS) {
         setupTeph();
@@ -847,11 +816,8 @@ int Domain::inverseDiagram(double x, double y, double& lat, double& lon) {
       lon = thetaPres(lat, std::exp((b - view.ymin) / yfactor + scale));
       break;
     }
-    case RTEPH:
-      lon = thetaPres(lat, std::exp(y));
-      break;
-    default:
-      break;
+    case RTEPH: lon = thetaPres(lat, std::exp(y)); break;
+    default: break;
   }
   return 1;
 }
@@ -899,23 +865,14 @@ int Domain::tran(const GridPoint& g, EarthPoint& e) {
 
 int Domain::tran(int corner, Point& p) {
   switch (corner) {
-    case 0:
-      p.set(limits.xmin, limits.ymax);
-      return 1;
-    case 1:
-      p.set(limits.xmax, limits.ymax);
-      return 1;
-    case 2:
-      p.set(limits.xmin, limits.ymin);
-      return 1;
-    case 3:
-      p.set(limits.xmax, limits.ymin);
-      return 1;
+    case 0: p.set(limits.xmin, limits.ymax); return 1;
+    case 1: p.set(limits.xmax, limits.ymax); return 1;
+    case 2: p.set(limits.xmin, limits.ymin); return 1;
+    case 3: p.set(limits.xmax, limits.ymin); return 1;
     case 4:
       p.interp(Point(limits.xmin, limits.ymin), Point(limits.xmax, limits.ymax), 0.5F);
       return 1;
-    default:
-      return 0;
+    default: return 0;
   }
 }
 
@@ -1059,7 +1016,7 @@ double Domain::convergence(const Point& p) {
     if (xfactor == Const::FMISS) {
       setupLambDir();
     }
-    return -RDC * std::atan2(x, -scale * y);
+    return -RDC * std::atan2(x, -scale * y);  // with the same sign on both cones: deliberate
   }
   return 0;
 }

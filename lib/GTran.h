@@ -42,6 +42,10 @@ class GTran {
   [[nodiscard]] float tranWindowPlotX(float x) const { return tranNdcPlotX(tranWindowNdcX(x)); }
   [[nodiscard]] float tranWindowPlotY(float y) const { return tranNdcPlotY(tranWindowNdcY(y)); }
 
+  /** Plot units to one unit of the window, with their sign. */
+  [[nodiscard]] float getScaleX() const { return wn_vp.x * vp_plt.x; }
+  [[nodiscard]] float getScaleY() const { return -wn_vp.y * vp_plt.y; }
+
   [[nodiscard]] float tranPlotNdcX(float x) const;
   [[nodiscard]] float tranPlotNdcY(float y) const;
   [[nodiscard]] float tranNdcWindowX(float x) const;

@@ -24,6 +24,7 @@ class String;
 class Graph : public Listener {
  public:
   enum HAlign { HALIGN_LEFT = 1, HALIGN_CENTER = 2, HALIGN_RIGHT = 3 };
+  /** HALF is the middle of the capitals, BOTTOM the end of the longest descenders. */
   enum VAlign {
     VALIGN_TOP = 1,
     VALIGN_CAP = 2,
@@ -196,14 +197,22 @@ class Graph : public Listener {
  private:
   [[nodiscard]] const GTran& current() const { return tran[static_cast<size_t>(ctran)]; }
   [[nodiscard]] bool isDeviceText() const { return hfont != 0 || font_type == 2 || font_type == 3; }
+  /** One of the values that the device is told only when they change. */
+  template <typename Value>
+  static int change(Value& stored, Value v);
+  int sendColor(int element, int& stored, int v);
+  int sendWidth(int element, float& stored, float v);
   void toPlot(const Points& points);
   void addPlot(float x, float y);
   int setFontSpec();
-  int drawTextRow(float x, float y, const char* text);
-  int drawTextLine(float x, float y, const char* text);
+  /** Finds a name in the font list. */
+  static bool findFont(const char* name, std::string& spec);
+  void drawTextRow(float x, float y, const char* text);
+  void drawTextLine(float x, float y, const char* text);
   void drawGlyph(float x, float y, float h, float v);
+  [[nodiscard]] float textWidth(const char* text) const;
   int drawMarkLine(float x, float y, float size);
-  void drawMarkShape(float x, float y, const float* shape, int n, float s);
+  void drawMarkPart(float x, float y, float s, const Point* part, int n);
 
   bool opened = false;
   std::unique_ptr<Device> window;
@@ -215,8 +224,10 @@ class Graph : public Listener {
   GFont font;
   std::string symb_file;
   Symbol symbol;
-  Points pts;  ///< polyline in plot coordinates, reused by each drawing
+  Points pts;      ///< polyline in plot coordinates, reused by each drawing
+  Points outline;  ///< line of a symbol, in window coordinates
   int device = 0;
+  bool refused = false;  ///< a device was asked for that there isn't; said once
   bool managed = false;
   bool fixed = false;
   int line_color = 1;

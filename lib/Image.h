@@ -9,22 +9,56 @@
 #include "Date.h"
 #include "Domain.h"
 #include "ImageColor.h"
+#include "Rect.h"
 
 namespace ZQV {
 
-class DomainVal;
 class EarthPoint;
 class FloatArray;
 class GridPoint;
 class Point;
 class RGB;
-class Rect;
+
+/** All of an Image but its pixels. */
+struct ImageInfo {
+  int source = 0;
+  int type = 0;
+  int version = 0;
+  std::string datim;
+  Date date;
+  std::string info;
+  int width = 0;
+  int height = 0;
+  int depth = 0;
+  float xres = 0.0F;
+  float yres = 0.0F;
+  float xoff = 0.0F;
+  float yoff = 0.0F;
+  int bits_pixel = 0;
+  int bytes_line = 0;
+  int byte_order = 1;
+  int color_type = 1;
+  uint32_t red_mask = 0;
+  uint32_t grn_mask = 0;
+  uint32_t blu_mask = 0;
+  int num_colors = 0;
+  std::vector<ImageColor> colors;
+  int trans_color = -1;
+  Domain domain;
+  mutable int index = 0;  ///< byte offset of the pixel read last
+  bool pix_ave = true;
+  std::array<int, 7> cutoff{Const::MISS, Const::MISS, Const::MISS, Const::MISS,
+                            Const::MISS, Const::MISS, Const::MISS};
+  int cutbase = -1;
+  int numcut = 0;
+  std::vector<float> values;
+};
 
 /** The one raster type: pixels of 8, 16, 24 or 32 bits from the top row down, a colour table, a
  * table of physical values, and, where the image is georeferenced, the Domain of its pixel grid.
  * Readers fill the header first, then call allocData(). Operations return 0 for a bad index, a
  * position off the image or a missing store, and 1 otherwise, and never report. */
-class Image {
+class Image : private ImageInfo {
  public:
   /** Meaning of a pixel: a colour under the masks, an index into the colour table, a level code. */
   enum ColorType { TRUE_COLOR = 0, INDEXED = 1, DATA = 2 };
@@ -136,6 +170,11 @@ class Image {
   /** The device's pixel value of an entry. */
   int setColorVal(int i, int v);
   [[nodiscard]] int getColorVal(int i) const;
+  /** Entry of a raw pixel value in the whole table, whatever the count; absent if there is none. */
+  [[nodiscard]] const ImageColor* findColor(int raw) const {
+    return raw >= 0 && static_cast<size_t>(raw) < colors.size() ? &colors[static_cast<size_t>(raw)]
+                                                                : nullptr;
+  }
   /** Raw pixel value that is transparent, -1 for none. */
   void setTransColor(int v) { trans_color = v; }
   [[nodiscard]] int getTransColor() const { return trans_color; }
@@ -218,12 +257,13 @@ class Image {
   [[nodiscard]] float getDx() const;
   [[nodiscard]] float getDy() const;
   [[nodiscard]] Rect getLimits() const;
-  int tran(EarthPoint& from, Point& to);
-  int tran(Point& from, EarthPoint& to);
-  int tran(GridPoint& from, Point& to);
-  int tran(Point& from, GridPoint& to);
-  int tran(EarthPoint& from, GridPoint& to);
-  int tran(GridPoint& from, EarthPoint& to);
+  /** The transformations of Domain; they bring the longitude of an earth point into -180 to 180. */
+  int tran(EarthPoint& e, Point& p);
+  int tran(const Point& p, EarthPoint& e);
+  int tran(const GridPoint& g, Point& p) const;
+  int tran(const Point& p, GridPoint& g) const;
+  int tran(EarthPoint& e, GridPoint& g);
+  int tran(const GridPoint& g, EarthPoint& e);
 
   // Output for people.
 
@@ -237,41 +277,10 @@ class Image {
   int printData(const EarthPoint& p);
 
  private:
-  [[nodiscard]] bool inside(int x, int y) const;
-  [[nodiscard]] bool validColor(int i) const;
+  [[nodiscard]] long find(int x, int y, int bytes) const;
+  ImageColor* entry(int i);
   [[nodiscard]] int sample(float x, float y) const;
 
-  int source = 0;
-  int type = 0;
-  int version = 0;
-  std::string datim;
-  Date date;
-  std::string info;
-  int width = 0;
-  int height = 0;
-  int depth = 0;
-  float xres = 0.0F;
-  float yres = 0.0F;
-  float xoff = 0.0F;
-  float yoff = 0.0F;
-  int bits_pixel = 0;
-  int bytes_line = 0;
-  int byte_order = 1;
-  int color_type = INDEXED;
-  uint32_t red_mask = 0;
-  uint32_t grn_mask = 0;
-  uint32_t blu_mask = 0;
-  int num_colors = 0;
-  std::vector<ImageColor> colors;
-  int trans_color = -1;
-  Domain domain;
-  mutable int index = 0;  ///< byte offset of the pixel read last
-  bool pix_ave = true;
-  std::array<int, 7> cutoff{Const::MISS, Const::MISS, Const::MISS, Const::MISS,
-                            Const::MISS, Const::MISS, Const::MISS};
-  int cutbase = -1;
-  int numcut = 0;
-  std::vector<float> values;
   std::vector<unsigned char> data;
 };
 

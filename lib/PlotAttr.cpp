@@ -55,7 +55,8 @@ float toNumber(const char* text) {
 
 /** Const::MISS unless the text is a number. */
 int toInteger(const char* text) {
-  return Tools::isInt(text) ? Tools::cut(std::strtod(text, nullptr)) : Const::MISS;
+  return Tools::isInt(text) ? Tools::cut(static_cast<double>(std::strtol(text, nullptr, 10)))
+                            : Const::MISS;
 }
 
 int toStyle(const char* text) {

@@ -20,6 +20,8 @@ HEIGHT = 35  # y of the baseline here
 MAX_X = 125  # 128 and up lift the pen, 254 ends the file
 PEN_UP = 128
 END_FILE = 254
+# The source has an arrow in this place.
+CARET = [[(-5, -6), (0, -12), (5, -6)]]
 END_GLYPH = 255
 
 ACKNOWLEDGEMENT = """
@@ -73,6 +75,8 @@ def main():
     for code, strokes in enumerate(read_glyphs(name), start=ord(" ")):
         if not strokes or code > ord("~"):
             continue  # the blank has no strokes
+        if code == ord("^"):
+            strokes = CARET
         out.append(" ".join([chr(code)] + [str(v) for v in convert(strokes)] + [str(END_GLYPH)]))
     # The last glyph ends with the file.
     out[-1] = out[-1].removesuffix(str(END_GLYPH)) + str(END_FILE)

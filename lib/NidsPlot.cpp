@@ -1,0 +1,720 @@
+#include "NidsPlot.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "CityTool.h"
+#include "ColorFile.h"
+#include "ColorFill.h"
+#include "ColorMap.h"
+#include "Convert.h"
+#include "DateTool.h"
+#include "Domain.h"
+#include "EarthPoint.h"
+#include "Plot.h"
+#include "PlotAttr.h"
+#include "Points.h"
+#include "StrLib.h"
+#include "Strings.h"
+#include "Tools.h"
+#include "Wind.h"
+#include "WindPlot.h"
+#include "Zqv.h"
+
+namespace ZQV {
+
+namespace {
+
+constexpr const char* site_file = "rad.cty";
+constexpr float overlap = 0.01F;  // degrees, closes the hairline between neighbouring radials
+constexpr float text_size = 8.0F;
+constexpr float barb_size = 20.0F;
+constexpr int max_side = 8192;  // rows, columns and bins of a domain that a file may ask for
+
+constexpr const char* reflectivity_fill =
+    "-100:off,5:blue,10:lblue,15:cyan,20:lcyan,25:green,30:lgreen,35:brown,40:yellow,45:red,"
+    "50:lred,55:magenta,60:lmagenta,65:dgray,70:lgray,75:white";
+constexpr const char* amount_fill =
+    "-100:off,0:blue,5:lblue,10:cyan,15:lcyan,20:green,25:lgreen,30:brown,35:yellow,40:red,"
+    "45:lred,50:magenta,55:lmagenta,60:dgray,65:lgray,70:white";
+constexpr const char* level_fill =
+    "off,blue,lblue,cyan,lcyan,green,lgreen,brown,yellow,red,lred,magenta,lmagenta,dgray,lgray,"
+    "white";
+constexpr const char* profile_fill = "lblue,lcyan,lgreen,yellow,lred";
+constexpr const char* precip_fill =
+    "0.01:blue,.1:lblue,.2:cyan,.5:lcyan,.8:green,1.0:lgreen,1.2:brown,1.5:yellow,1.8:red,"
+    "2.0:lred,2.5:magenta,3.0:lmagenta,4.0:dgray,6.0:lgray,8.0:white";
+constexpr const char* storm_velocity_fill =
+    "-50:lblue,-40:cyan,-30:lcyan,-22:green,-10:lgreen,-5:dgray,-1:off,0:lgray,5:yellow,10:brown,"
+    "22:lred,30:red,40:lmagenta,50:magenta";
+constexpr const char* velocity_fill =
+    "-70:blue,-63:lblue,-49:cyan,-35:lcyan,-25:green,-19:lgreen,-9:dgray,0:off,1:lgray,10:yellow,"
+    "20:brown,26:lred,36:red,50:lmagenta,64:magenta";
+
+bool isPresent(const char* text) {
+  return text != nullptr;
+}
+
+}  // namespace
+
+/** What one image layer is drawn with: the plot, both planes, the fill, and the polygon at hand. */
+struct NidsPlot::Painter {
+  explicit Painter(Plot& on) : plot(on) {}
+
+  /** Where a level lands in the fill. */
+  struct Level {
+    const PlotAttr* attr = nullptr;
+    bool visible = false;
+    bool known = false;
+  };
+
+  /** Looks a level up once for each packet: its value depends on the raw level alone. */
+  const Level& find(int ival, float val) {
+    Level& level = levels[static_cast<size_t>(ival & 0xFF)];
+    if (!level.known) {
+      level.attr = &fill.get(val);
+      level.visible = level.attr->validColor();
+      level.known = true;
+    }
+    return level;
+  }
+  void forgetLevels() { levels.fill(Level()); }
+
+  /** From the product's plane to the plot's. A place that the plot can't show has a missing x. */
+  Point toPlot(float x, float y) {
+    EarthPoint e;
+    Point p;
+    product.tran(Point(x, y), e);
+    if (e.lat == Const::FMISS || plot.tran(e, p) == 0) {
+      return {};
+    }
+    return p;
+  }
+
+  /** Fills the polygon of four corners, each already in the plot's plane. */
+  void fillCorners(const Point& a, const Point& b, const Point& c, const Point& d) {
+    if (a.x == Const::FMISS || b.x == Const::FMISS || c.x == Const::FMISS || d.x == Const::FMISS) {
+      return;
+    }
+    poly.set(0, a);
+    poly.set(1, b);
+    poly.set(2, c);
+    poly.set(3, d);
+    poly.set(4, a);
+    plot.drawFill(poly);
+  }
+
+  Plot& plot;
+  Domain product;
+  Point centre;
+  bool same_proj = false;
+  ColorFill fill;
+  PlotAttr data_attr;
+  PlotAttr grid_attr;
+  Points poly{5};
+  std::array<Level, 256> levels{};
+};
+
+NidsPlot::NidsPlot(const char* params) {
+  NidsPlot::init();
+  NidsPlot::setParam(params);
+}
+
+int NidsPlot::init() {
+  sync = 0;
+  map = 0;
+  id.clear();
+  type.clear();
+  plt_site = 0;
+  plt_table = 0;
+  plt_dist.fill(0.0F);
+  plt_azimuth = 0;
+  clutter_rad = 0;
+  ramp_cut = Const::MISS;
+  ramp_len = 0;
+  draw_plot = true;
+  draw_data = true;
+  NidsPlot::setNameConv("nids");
+  NidsPlot::setFile();
+  if (isPresent(Zqv::getResrc("color_fill"))) {
+    setColorFill(Zqv::getResrc("color_fill"));
+  }
+  if (isPresent(Zqv::getResrc("color_data"))) {
+    setColor(Zqv::getResrc("color_data"));
+  }
+  if (isPresent(Zqv::getResrc("identifier"))) {
+    setId(Zqv::getResrc("identifier"));
+  }
+  if (isPresent(Zqv::getResrc("type"))) {
+    setType(Zqv::getResrc("type"));
+  }
+  if (isPresent(Zqv::getResrc("timezone"))) {
+    tz.set(Zqv::getResrc("timezone"));
+  }
+  return NidsPlot::setParam(Zqv::getResrc("parameter"));
+}
+
+int NidsPlot::setFile() {
+  if (isPresent(Zqv::getResrc("input"))) {
+    setInput(Zqv::getResrc("input"));
+  }
+  if (isPresent(Zqv::getResrc("in_file"))) {
+    setNameConv(Zqv::getResrc("in_file"));
+  }
+  if (isPresent(Zqv::getResrc("hour"))) {
+    setHour(Zqv::getResrc("hour"));
+  }
+  if (isPresent(Zqv::getResrc("num_hour"))) {
+    filename.setNumFiles(Zqv::getResrc("num_hour"));
+  }
+  return 1;
+}
+
+int NidsPlot::setInput(const char* /*name*/) {
+  return 1;
+}
+
+int NidsPlot::setNameConv(const char* conv) {
+  const int done = filename.setNameConv(conv);
+  if (!id.empty()) {
+    filename.setKey('i', id.c_str());
+  }
+  if (!type.empty()) {
+    filename.setKey('t', type.c_str());
+  }
+  if (isPresent(Zqv::getResrc("num_hour"))) {
+    filename.setNumFiles(Zqv::getResrc("num_hour"));
+  }
+  return done;
+}
+
+int NidsPlot::setFilename() {
+  return filename.setFilePrompt("Enter the NIDS filename: ");
+}
+
+int NidsPlot::setFilename(const char* text) {
+  return filename.setFile(text);
+}
+
+int NidsPlot::setFilename(Date& date) {
+  return filename.setDate(date);
+}
+
+int NidsPlot::setFilename(Date& date, const char* text) {
+  return filename.setDate(date, text);
+}
+
+int NidsPlot::setFilename(const Filename& other) {
+  filename = other;
+  return 1;
+}
+
+int NidsPlot::setForeTime(const char* /*time*/) {
+  return 1;
+}
+
+void NidsPlot::callback(const char* /*name*/, const char* /*data*/, const void* /*source*/) {}
+
+int NidsPlot::setId(const char* text) {
+  constexpr size_t max_id = 4;
+  id = StrLib::acopy(text).substr(0, max_id);
+  return filename.setKey('i', id.c_str());
+}
+
+int NidsPlot::setType(const char* text) {
+  constexpr size_t max_type = 14;
+  type = StrLib::acopy(text).substr(0, max_type);
+  return filename.setKey('t', type.c_str());
+}
+
+int NidsPlot::setVariable(const char* text) {
+  return variable.copy(StrLib::valid(text, ""));
+}
+
+int NidsPlot::setColorTable(const char* text) {
+  return color_table.copy(StrLib::valid(text, ""));
+}
+
+int NidsPlot::setColorFill(const char* text) {
+  return color_fill.copy(StrLib::valid(text, ""));
+}
+
+int NidsPlot::setColor(const char* text) {
+  return color.copy(StrLib::valid(text, ""));
+}
+
+int NidsPlot::setMap(int flag) {
+  map = flag;
+  return 1;
+}
+
+int NidsPlot::getInfo(NidsInfo& out) const {
+  out = info;
+  return 1;
+}
+
+/** Radii behind "dist" or "distm": 100 without a value, else up to four. */
+int NidsPlot::takeRings(const Strings& items, int i, int key_length, bool nautical) {
+  std::array<float, num_rings> given{100.0F, 0.0F, 0.0F, 0.0F};
+  int n = 1;
+  if (items.getLength(i) > key_length) {
+    n = items.scanf(i, key_length + 1, "%f:%f:%f:%f", &given[0], &given[1], &given[2], &given[3]);
+  }
+  for (int k = 0; k < n; k++) {
+    const float radius = given[static_cast<size_t>(k)];
+    plt_dist[static_cast<size_t>(k)] = nautical ? Convert::NMtoKM(radius) : radius;
+  }
+  return 1;
+}
+
+int NidsPlot::setParam(const char* text) {
+  constexpr int default_clutter = 25;
+  constexpr int default_ramp = 200;
+  constexpr int value = 3;
+  const Strings items(text, ',');
+  for (int i = 0; i < items.getNum(); i++) {
+    const char* behind = items.getStringAfter(i, '=');
+    if (items.equal(i, "ct", 2)) {
+      setColorTable(behind);
+    } else if (items.equal(i, "co", 2)) {
+      setColorFill(behind);  // "cof" is told by two characters alone: deliberate
+    } else if (items.equal(i, "va", 2)) {
+      setVariable(behind);
+    } else if (items.equal(i, "if", 2) || items.equal(i, "nc", 2)) {
+      setNameConv(behind);
+    } else if (items.equal(i, "ho", 2)) {
+      setHour(behind);
+    } else if (items.equal(i, "tz", 2)) {
+      tz.set(items.getString(i, value));
+    } else if (items.equal(i, "pa", 2)) {
+      setPath(behind);
+    } else if (items.equal(i, "id", 2)) {
+      setId(items.getString(i, value));
+    } else if (items.equal(i, "ty", 2)) {
+      setType(items.getString(i, value));
+    } else if (items.iequal(i, "plot")) {
+      draw_plot = true;
+      draw_data = false;
+    } else if (items.iequal(i, "data")) {
+      draw_plot = false;
+      draw_data = true;
+    } else if (items.iequal(i, "site")) {
+      plt_site = 1;
+    } else if (items.iequal(i, "distm", 5)) {
+      takeRings(items, i, 5, true);
+    } else if (items.iequal(i, "dist", 4)) {
+      takeRings(items, i, 4, false);
+    } else if (items.iequal(i, "map")) {
+      map = 1;
+    } else if (items.iequal(i, "nodist")) {
+      plt_dist[0] = 0;
+    } else if (items.iequal(i, "notable")) {
+      plt_table = 0;
+    } else if (items.iequal(i, "table")) {
+      plt_table = 1;
+    } else if (items.iequal(i, "clutter", 7)) {
+      const char* radius = items.getString(i, 8);
+      clutter_rad = radius == nullptr ? default_clutter : StrLib::toInt(radius);
+    } else if (items.iequal(i, "noclutter")) {
+      clutter_rad = 0;
+    } else if (items.iequal(i, "ramp", 4)) {
+      items.scanf(i, 5, "%d:%d", &ramp_cut, &ramp_len);
+      if (ramp_len < 1) {
+        ramp_len = default_ramp;
+      }
+    }
+  }
+  return 1;
+}
+
+int NidsPlot::getDate(Date& date) {
+  return filename.getDate(date);
+}
+
+int NidsPlot::getInitDate(Date& date) {
+  if (!filename.isSet()) {
+    filename.setFile("la");
+  }
+  return filename.getDate(date);
+}
+
+int NidsPlot::print() {
+  std::printf("NidsPlot\n  Filename: %s\n  Color table: %s\n  Color fill: %s\n  Color data: %s\n",
+              filename.getName(), color_table.get(), color_fill.get(), color.get());
+  std::printf("  Variable: %s\n  Draw plot: %d\n  Draw data: %d\n", variable.get(),
+              draw_plot ? 1 : 0, draw_data ? 1 : 0);
+  std::printf("  Plot site: %d\n  Plot table: %d\n  Clutter radius: %d\n", plt_site, plt_table,
+              clutter_rad);
+  return 1;
+}
+
+int NidsPlot::getDomain(Domain& domain) {
+  NidsFile file;  // one of its own, so that a stream being drawn isn't touched
+  if (filename.isSet() && file.open(filename.getName()) != 0) {
+    NidsInfo summary;
+    file.readHeader(summary);
+    DomainVal val = file.getDomainVal();
+    if (!file.isMosaic() && !file.isVAD() && !file.isDPA()) {
+      val.nx = std::clamp(val.ny, 0, max_side) * 3 / 2 + 1;
+    }
+    domain.set(val);
+    constexpr int level = 8;
+    if (Zqv::outMessage(level, "NIDS Domain: ") != 0) {
+      domain.print();
+    }
+    return 1;
+  }
+  if (id.empty()) {
+    return 0;
+  }
+  DomainVal val;
+  val.proj = DomainVal::PSTEREO;
+  val.nx = 90;
+  val.ny = 60;
+  val.dx = val.dy = 0.11899F;
+  EarthPoint site;
+  if (CityTool::locate(site_file, id.c_str(), site) != 0) {
+    val.clat = val.plat = site.lat;
+    val.clon = val.plon = site.lon;
+  }
+  domain.set(val);
+  return 1;
+}
+
+int NidsPlot::draw(Plot& plot) {
+  if (!filename.isSet()) {
+    filename.setFile("la");
+  }
+  if (nids.open(filename.getName()) == 0) {
+    Zqv::outWarning("NidsPlot: Unable to open file: %s\n", filename.getName());
+    return 0;
+  }
+  constexpr int level = 6;
+  Zqv::outMessage(level, "NidsPlot: reading file: %s\n", filename.getName());
+  nids.readHeader(info);
+  drawImage(plot);
+  drawData(plot);
+  nids.close();
+  return 1;
+}
+
+PlotAttr NidsPlot::dataAttr(Plot& plot) const {
+  const char* fallback = Zqv::getResrc("color_data", plot.getInverse() ? "black" : "white");
+  return {color.valid() ? color.get() : fallback, nullptr};
+}
+
+void NidsPlot::chooseFill(ColorMap& colors, ColorFill& fill) const {
+  if (color_fill.valid() && !color_fill.equal("miss")) {
+    fill.set(colors, color_fill.get());
+    if (!fill.areValuesSet()) {
+      fill.setValues(info.thres.data(), NidsInfo::num_thres);
+    }
+    return;
+  }
+  if (nids.isDHR() || nids.getCode() == 94) {
+    fill.set(colors, reflectivity_fill);
+  } else if (nids.isDigVIL() || nids.isEnhTops()) {
+    fill.set(colors, amount_fill);
+  } else if (nids.isVAD()) {
+    fill.set(colors, profile_fill);
+    fill.setBase(0.0F);
+    fill.setInterval(4.0F);
+  } else if (nids.isDPA() || nids.isDSP()) {
+    fill.set(colors, precip_fill);
+  } else if (nids.isSRVel()) {
+    fill.set(colors, storm_velocity_fill);
+  } else if (nids.isVel()) {
+    fill.set(colors, velocity_fill);
+  } else {
+    fill.set(colors, level_fill);
+    fill.setValues(info.thres.data(), NidsInfo::num_thres);
+  }
+}
+
+int NidsPlot::drawImage(Plot& plot) {
+  Painter painter(plot);
+  painter.product.set(nids.getDomainVal());
+  EarthPoint site(info.lat, info.lon);
+  painter.product.tran(site, painter.centre);
+  const bool wanted = draw_plot;
+  draw_plot = draw_plot && plot.isDrawing(0);
+  painter.same_proj = DomainVal::compareProj(plot.getDomainVal(), painter.product);
+  if (color_table.valid()) {
+    ColorMap table;
+    ColorFile::read(color_table.get(), table);
+    plot.setColorMap(table);
+  }
+  chooseFill(plot.getColorMap(), painter.fill);
+  painter.data_attr = dataAttr(plot);
+  painter.grid_attr.set(Zqv::getResrc("color_grid", "red"));
+  for (int i = 0; i < 5; i++) {
+    painter.poly.add(0.0F, 0.0F);
+  }
+  walkPackets(painter);
+  plot.setTextCharWidth(0.0F);
+  addLabels(plot);
+  plot.setBar(painter.fill);
+  plot.done();
+  draw_plot = wanted;
+  return 1;
+}
+
+/** Draws the packets, beginning with the one whose head was read with the header. */
+int NidsPlot::walkPackets(Painter& painter) {
+  bool more = nids.getPacketCode() > 0;
+  while (more) {
+    painter.forgetLevels();
+    if (nids.isPacketRadial()) {
+      drawRadials(painter);
+    } else if (nids.isPacketRastor() || nids.isPacketDpa()) {
+      drawRastors(painter);
+    } else if (nids.isPacketVector()) {
+      drawVectors(painter);
+    } else if (nids.isPacketWindbarb()) {
+      drawWinds(painter);
+    } else if (nids.isPacketText() && !drawTexts(painter)) {
+      return 0;
+    }
+    more = nids.readPacket() > 0;
+  }
+  return 1;
+}
+
+/** Smallest value shown at a distance from the radar under the ramp; the caller tests ramp_cut. */
+float NidsPlot::rampAt(float distance) const {
+  const double cut = static_cast<double>(ramp_cut);
+  const double at = cut - static_cast<double>(distance) * cut / static_cast<double>(ramp_len);
+  return static_cast<float>(Tools::cut(at));
+}
+
+void NidsPlot::drawRadials(Painter& painter) {
+  const bool ramps = ramp_cut != Const::MISS && ramp_len > 0;
+  const Point& c = painter.centre;
+  Points& poly = painter.poly;
+  NidsRadial radial;
+  NidsRun run;
+  while (nids.readRadial(radial) > 0) {
+    const float az = painter.product.adjustDir(radial.ang0, c);
+    const double a0 = static_cast<double>(az) * static_cast<double>(Const::DRC);
+    const double a1 =
+        static_cast<double>(az + radial.ang1 + overlap) * static_cast<double>(Const::DRC);
+    const float s0 = info.cres * static_cast<float>(std::sin(a0));
+    const float c0 = info.cres * static_cast<float>(std::cos(a0));
+    const float s1 = info.cres * static_cast<float>(std::sin(a1));
+    const float c1 = info.cres * static_cast<float>(std::cos(a1));
+    int bin = 0;        // from the radar on, whatever the packet's first bin is
+    int edge_bin = -1;  // the bin at whose near side edge0 and edge1 lie, in the plot's plane
+    Point edge0;
+    Point edge1;
+    while (nids.readRun(run) > 0) {
+      if (!draw_plot) {
+        continue;
+      }
+      const Painter::Level& level = painter.find(run.ival, run.val);
+      if (!level.visible) {
+        bin += run.run;
+        continue;
+      }
+      painter.plot.setFill(*level.attr);
+      const auto first = static_cast<float>(bin);
+      if (painter.same_proj) {
+        poly.set(0, c.x + first * s0, c.y + first * c0);
+        poly.set(1, c.x + (first + 1) * s0, c.y + (first + 1) * c0);
+        poly.set(2, c.x + (first + 1) * s1, c.y + (first + 1) * c1);
+        poly.set(3, c.x + first * s1, c.y + first * c1);
+        poly.set(4, c.x + first * s0, c.y + first * c0);
+      }
+      bool visible = true;
+      for (int i = 0; i < run.run; i++) {
+        if ((ramps && !(run.val > rampAt(static_cast<float>(bin + i)))) ||
+            (clutter_rad != Const::MISS && clutter_rad > bin + i)) {
+          visible = false;  // and so stays the rest of the run: deliberate
+        }
+        if (visible && painter.same_proj) {
+          painter.plot.drawFill(poly);
+        } else if (visible) {
+          // Neighbouring bins share a side, so that each bin costs two corners.
+          if (edge_bin != bin + i) {
+            const auto near = static_cast<float>(bin + i);
+            edge0 = painter.toPlot(c.x + near * s0, c.y + near * c0);
+            edge1 = painter.toPlot(c.x + near * s1, c.y + near * c1);
+          }
+          const auto far = static_cast<float>(bin + i + 1);
+          const Point far0 = painter.toPlot(c.x + far * s0, c.y + far * c0);
+          const Point far1 = painter.toPlot(c.x + far * s1, c.y + far * c1);
+          painter.fillCorners(edge0, far0, far1, edge1);
+          edge0 = far0;
+          edge1 = far1;
+          edge_bin = bin + i + 1;
+        }
+        if (painter.same_proj) {
+          poly.offset(0, s0, c0);
+          poly.offset(1, s0, c0);
+          poly.offset(2, s1, c1);
+          poly.offset(3, s1, c1);
+          poly.offset(4, s0, c0);
+        }
+      }
+      bin += run.run;
+    }
+  }
+}
+
+void NidsPlot::drawRastors(Painter& painter) {
+  const bool ramps = ramp_cut != Const::MISS && ramp_len > 0;
+  const bool blanks = ramps || (clutter_rad != Const::MISS && clutter_rad > 0);
+  const bool logarithmic = nids.isDPA();
+  const float cell = info.cres;
+  const Point& c = painter.centre;
+  const float x0 = c.x - static_cast<float>(info.nx - 1) / 2 * cell;
+  float y = c.y + static_cast<float>(info.ny - 1) / 2 * cell;
+  NidsRun run;
+  while (nids.readRastor() > 0) {
+    float x = x0;
+    float edge_x = Const::FMISS;  // where edge0 and edge1, in the plot's plane, come from
+    Point edge0;
+    Point edge1;
+    while (nids.readRun(run) > 0) {
+      if (!draw_plot) {
+        continue;
+      }
+      float val = run.val;
+      if (logarithmic && val != Const::FMISS) {
+        val = std::pow(10.0F, val / 10) / 100;  // to inches
+      }
+      const bool missing = run.val == Const::FMISS;
+      const Painter::Level* level = missing ? nullptr : &painter.find(run.ival, val);
+      if (missing || !level->visible) {
+        x += static_cast<float>(run.run) * cell;
+        continue;
+      }
+      painter.plot.setFill(*level->attr);
+      bool visible = true;
+      for (int i = 0; i < run.run; i++) {
+        if (blanks) {
+          constexpr float km = 100.0F;
+          const float distance = km * std::hypot(x - c.x, y - c.y);
+          if ((ramps && !(val > rampAt(distance))) ||
+              (clutter_rad != Const::MISS && static_cast<float>(clutter_rad) > distance)) {
+            visible = painter.fill.get(-20.0F).validColor();
+          }
+        }
+        if (visible && painter.same_proj) {
+          painter.fillCorners({x, y}, {x + cell, y}, {x + cell, y - cell}, {x, y - cell});
+        } else if (visible) {
+          if (edge_x != x) {
+            edge0 = painter.toPlot(x, y);
+            edge1 = painter.toPlot(x, y - cell);
+          }
+          const Point far0 = painter.toPlot(x + cell, y);
+          const Point far1 = painter.toPlot(x + cell, y - cell);
+          painter.fillCorners(edge0, far0, far1, edge1);
+          edge0 = far0;
+          edge1 = far1;
+          edge_x = x + cell;
+        }
+        x += cell;
+      }
+    }
+    y -= cell;
+  }
+}
+
+void NidsPlot::drawVectors(Painter& painter) {
+  painter.plot.setLine(painter.grid_attr);
+  NidsVector vect;
+  while (nids.readVector(vect) > 0) {
+    EarthPoint e1(vect.x1, vect.y1);
+    EarthPoint e2(vect.x2, vect.y2);
+    Point p1;
+    Point p2;
+    painter.product.tran(e1, p1);
+    painter.product.tran(e2, p2);
+    if (draw_plot) {
+      painter.plot.drawLine(p1, p2);
+    }
+  }
+}
+
+void NidsPlot::drawWinds(Painter& painter) {
+  NidsWind barb;
+  while (nids.readWind(barb) > 0) {
+    EarthPoint e(barb.x, barb.y);
+    Point p;
+    painter.product.tran(e, p);
+    const int index = painter.fill.getColor(barb.val);
+    if (index >= 0 && draw_plot) {
+      painter.plot.setFillColor(index);
+      painter.plot.setLineColor(index);
+      WindPlot::drawBarb(painter.plot, p, Wind(barb.dir, barb.spd), barb_size, 0.0F);
+    }
+  }
+}
+
+/** @return false if the data attribute has no colour, which ends the layer */
+bool NidsPlot::drawTexts(Painter& painter) {
+  NidsText text;
+  nids.readText(text);
+  EarthPoint e(text.x, text.y);
+  Point p;
+  painter.product.tran(e, p);
+  painter.plot.setTextHeight(text_size);
+  painter.plot.setText(painter.data_attr, text_size);
+  painter.plot.setTextAlign(Graph::HALIGN_LEFT, Graph::VALIGN_CAP);
+  if (!painter.data_attr.validColor()) {
+    return false;
+  }
+  if (draw_plot) {
+    painter.plot.drawText(p, text.data.data());
+  }
+  return true;
+}
+
+void NidsPlot::addLabels(Plot& plot) {
+  char text[120];
+  if (!id.empty()) {
+    std::snprintf(text, sizeof(text), "%s %s", id.c_str(), info.getInfo());
+  } else if (nids.isMosaic()) {
+    std::snprintf(text, sizeof(text), "%s", info.getInfo());
+  } else {
+    std::snprintf(text, sizeof(text), "Site: %3.3d %s", info.getSrc(), info.getInfo());
+  }
+  plot.addLabel("ul", text);
+  if (!plot.isDateSet()) {
+    plot.setDate(info.getDate());
+  }
+  String date;
+  DateTool::createLabel(info.getDate(), tz, date);
+  plot.addLabel("ur", date.get());
+  plot.addLabel("lr", info.getMisc());
+}
+
+int NidsPlot::drawData(Plot& plot) {
+  EarthPoint site(info.lat, info.lon);
+  const PlotAttr data_attr = dataAttr(plot);
+  plot.setLine(data_attr);
+  if (plt_site != 0) {
+    constexpr int plus = 2;
+    constexpr float share = 0.03F;
+    const float size = share * plot.getVert();
+    plot.setMarkType(plus);
+    plot.setMarkSize(size);
+    plot.setMark(data_attr, size);
+    plot.drawMark(site);
+  }
+  if (plt_dist[0] != 0.0F) {
+    for (int i = 0; i < num_rings; i++) {
+      if (plt_dist[static_cast<size_t>(i)] != 0.0F) {
+        plot.drawCircle(site, plt_dist[static_cast<size_t>(i)]);
+      }
+    }
+  }
+  if (plt_table != 0 || variable.valid() || isPresent(Zqv::getResrc("variable"))) {
+    Zqv::outWarning("NidsPlot: storm tables and variables are not available in this build\n");
+  }
+  plot.setTextCharWidth(0.0F);
+  return 1;
+}
+
+}  // namespace ZQV

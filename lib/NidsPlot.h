@@ -1,0 +1,119 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "Const.h"
+#include "Drawing.h"
+#include "Filename.h"
+#include "Listener.h"
+#include "NidsFile.h"
+#include "NidsInfo.h"
+#include "Point.h"
+#include "String.h"
+#include "Timezone.h"
+
+namespace ZQV {
+
+class ColorFill;
+class ColorMap;
+class PlotAttr;
+
+/** Draws NIDS products: each bin or cell as one filled polygon while the product streams from its
+ * file, vectors, barbs and texts, the labels and the colour bar; then the site mark and range
+ * rings. On another projection than the product's every vertex goes through its place on the earth,
+ * so that the picture is exact on any map. */
+class NidsPlot : public Drawing, public Listener {
+ public:
+  NidsPlot() { NidsPlot::init(); }
+  explicit NidsPlot(const char* params);
+  NidsPlot(const NidsPlot&) = delete;
+  NidsPlot& operator=(const NidsPlot&) = delete;
+  ~NidsPlot() override = default;
+
+  int init() override;
+  /** The product's own domain, made 3:2 for a radar's picture; without a file that of the site of
+   * the identifier.
+   *  @return 1; 0 if there is neither, and the domain stays */
+  int getDomain(Domain& domain) override;
+  int setFile() override;
+  /** Has nothing to choose. @return 1 */
+  int setInput(const char* name) override;
+  int setNameConv(const char* conv) override;
+  int setFilename() override;
+  int setFilename(const char* text) override;
+  int setFilename(Date& date) override;
+  int setFilename(Date& date, const char* text) override;
+  int setFilename(const Filename& other);
+  int setForeTime(const char* time) override;
+  /** Comma-separated items: ct, co(f), va, if, nc, ho, tz, pa, id, ty, plot, data, site, distm,
+   * dist, map, nodist, notable, table, clutter, noclutter, ramp. The first row that fits an item
+   * acts. @return 1 */
+  int setParam(const char* text) override;
+  int getDate(Date& date) override;
+  int getLoopType() override { return 1; }
+  int getInitDate(Date& date) override;
+  int getDateOffset() override { return filename.getOffset(); }
+  int getNumFrames() override { return filename.getNumFiles(); }
+  int getSync() override { return sync; }
+  /** @return 1; 0 with a warning if the file can't be opened */
+  int draw(Plot& plot) override;
+  int print() override;
+  void callback(const char* name, const char* data, const void* source) override;
+
+  int setPath(const char* path) { return filename.setPath(path); }
+  int setHour(const char* hour) { return filename.setFixDate(hour); }
+  /** Site identifier, key "i" of the file name, cut at 4 characters. */
+  int setId(const char* text);
+  /** Product type, key "t" of the file name, cut at 14 characters. */
+  int setType(const char* text);
+  int setVariable(const char* text);
+  int setColorTable(const char* text);
+  int setColorFill(const char* text);
+  int setColor(const char* text);
+  int setMap(int flag);
+  /** Summary of the product drawn last. */
+  int getInfo(NidsInfo& out) const;
+
+ private:
+  struct Painter;
+  int drawImage(Plot& plot);
+  int drawData(Plot& plot);
+  void chooseFill(ColorMap& map, ColorFill& fill) const;
+  int walkPackets(Painter& painter);
+  void drawRadials(Painter& painter);
+  void drawRastors(Painter& painter);
+  void drawVectors(Painter& painter);
+  void drawWinds(Painter& painter);
+  bool drawTexts(Painter& painter);
+  void addLabels(Plot& plot);
+  [[nodiscard]] float rampAt(float distance) const;
+  [[nodiscard]] PlotAttr dataAttr(Plot& plot) const;
+  int takeRings(const Strings& items, int i, int key_length, bool nautical);
+
+  static constexpr int num_rings = 4;
+
+  std::string id;
+  std::string type;
+  int plt_site = 0;
+  int plt_table = 0;
+  std::array<float, 5> plt_dist{};  ///< radii of range rings, km; the fifth is never drawn
+  float plt_azimuth = 0;
+  bool draw_plot = true;
+  bool draw_data = true;
+  String variable;
+  String color_table;
+  String color_fill;
+  String color;
+  int map = 0;
+  int clutter_rad = 0;  ///< blanked around the radar: bins of radials, km of rasters
+  int ramp_cut = Const::MISS;
+  int ramp_len = 0;
+  int sync = 0;
+  Filename filename;
+  Timezone tz;
+  NidsFile nids;
+  NidsInfo info;
+};
+
+}  // namespace ZQV

@@ -1,0 +1,269 @@
+#include "ScopeView.h"
+
+#include <cstdio>
+
+#include "Domain.h"
+#include "DomainTool.h"
+#include "FileTool.h"
+#include "StrLib.h"
+#include "Strings.h"
+#include "Zqv.h"
+
+namespace ZQV {
+
+namespace {
+
+constexpr const char* default_table = "rad.clr";
+
+/** Name of a type on standard output and in messages. */
+const char* typeName(int type) {
+  switch (type) {
+    case ScopeView::MDR: return "mdr";
+    case ScopeView::MDR_SITE: return "mdrsite";
+    case ScopeView::RCM: return "rcm";
+    case ScopeView::RCM_SITE: return "rcmsite";
+    case ScopeView::IMAGE: return "img";
+    case ScopeView::NIDS: return "nids";
+    case ScopeView::LEV2: return "lev2";
+    case ScopeView::NOWRAD: return "now";
+    case ScopeView::KAVRAD: return "kav";
+    default: return "";
+  }
+}
+
+}  // namespace
+
+ScopeView::ScopeView(const char* params) {
+  ScopeView::init();
+  ScopeView::setParam(params);
+}
+
+int ScopeView::init() {
+  sync = 0;
+  type = RCM;
+  ScopeView::setNameConv("rcm_cvt");
+  if (Zqv::getResrc("input") != nullptr) {
+    ScopeView::setInput(Zqv::getResrc("input"));
+  }
+  ScopeView::setFile();
+  if (FileTool::checkPath(Zqv::getDatabasePath(), default_table) != 0) {
+    setColorTable(default_table);
+  }
+  if (Zqv::getResrc("color_table") != nullptr) {
+    setColorTable(Zqv::getResrc("color_table"));
+  }
+  if (Zqv::getResrc("color_fill") != nullptr) {
+    setColorFill(Zqv::getResrc("color_fill"));
+  }
+  ScopeView::setParam(Zqv::getResrc("parameter"));
+  return 1;
+}
+
+int ScopeView::setFile() {
+  if (Zqv::getResrc("in_file") != nullptr) {
+    setNameConv(Zqv::getResrc("in_file"));
+  }
+  // After the convention, so that an explicit input type wins over the one that it brought.
+  if (Zqv::getResrc("input") != nullptr) {
+    setInput(Zqv::getResrc("input"));
+  }
+  if (Zqv::getResrc("hour") != nullptr) {
+    setHour(Zqv::getResrc("hour"));
+  }
+  if (Zqv::getResrc("num_hour") != nullptr) {
+    filename.setNumFiles(Zqv::getResrc("num_hour"));
+  }
+  return 1;
+}
+
+int ScopeView::getType(const char* name) {
+  static constexpr struct {
+    const char* name;
+    int length;  ///< characters compared, 0 for all
+    int type;
+  } rows[] = {{"mdr", 0, MDR},    {"mdrsite", 0, MDR_SITE}, {"rcm", 0, RCM},
+              {"rcmg", 0, RCM},   {"rcmsite", 0, RCM_SITE}, {"img", 0, IMAGE},
+              {"kav", 3, KAVRAD}, {"now", 3, NOWRAD},       {"nids", 0, NIDS},
+              {"lev2", 0, LEV2},  {"lev2z", 0, LEV2}};
+  for (const auto& row : rows) {
+    if (row.length > 0 ? StrLib::equal(name, row.name, row.length)
+                       : StrLib::equal(name, row.name)) {
+      return row.type;
+    }
+  }
+  return NONE;
+}
+
+int ScopeView::setInput(const char* name) {
+  const int wanted = getType(name);
+  if (wanted != NONE) {
+    type = wanted;
+  }
+  if (wanted == NIDS) {
+    nids.setNameConv("nids");
+  }
+  return 1;
+}
+
+int ScopeView::setNameConv(const char* conv) {
+  filename.setNameConv(conv);
+  if (StrLib::valid(filename.getType()) && getType(filename.getType()) != NONE) {
+    type = getType(filename.getType());
+  }
+  if (Zqv::getResrc("num_hour") != nullptr) {
+    filename.setNumFiles(Zqv::getResrc("num_hour"));
+  }
+  if (type == NIDS) {
+    nids.setNameConv(conv);
+  }
+  return 1;
+}
+
+int ScopeView::setHour(const char* hour) {
+  if (type == NIDS) {
+    nids.setHour(hour);
+  } else {
+    filename.setFixDate(hour);
+  }
+  return 1;
+}
+
+int ScopeView::setFilename() {
+  if (type == NIDS) {
+    nids.setFilename();
+  } else {
+    filename.setFilePrompt("Enter the radar filename: ");
+  }
+  return 1;
+}
+
+int ScopeView::setFilename(const char* text) {
+  if (type == NIDS) {
+    nids.setFilename(text);
+  } else {
+    filename.setFile(text);
+  }
+  return 1;
+}
+
+int ScopeView::setFilename(Date& date) {
+  if (type == NIDS) {
+    nids.setFilename(date);
+  } else {
+    filename.setDate(date);
+  }
+  return 1;
+}
+
+int ScopeView::setFilename(Date& date, const char* text) {
+  // Level II goes to the NIDS renderer too, so that a loop over it moves that selection:
+  // deliberate.
+  if (type == NIDS || type == LEV2) {
+    nids.setFilename(date, text);
+  } else {
+    filename.setDate(date, text);
+  }
+  return 1;
+}
+
+int ScopeView::setForeTime(const char* /*time*/) {
+  return 1;
+}
+
+int ScopeView::getDate(Date& date) {
+  return type == NIDS ? nids.getDate(date) : filename.getDate(date);
+}
+
+int ScopeView::getInitDate(Date& date) {
+  if (!filename.isSet()) {
+    filename.setFile("la");
+  }
+  return getDate(date);
+}
+
+int ScopeView::getDateOffset() {
+  return type == NIDS ? nids.getDateOffset() : filename.getOffset();
+}
+
+int ScopeView::getNumFrames() {
+  return type == NIDS ? nids.getNumFrames() : filename.getNumFiles();
+}
+
+int ScopeView::getDomain(Domain& domain) {
+  if (type == NIDS) {
+    nids.getDomain(domain);
+  } else {
+    DomainTool::set(domain, "us");
+  }
+  return 1;
+}
+
+int ScopeView::setColorTable(const char* name) {
+  color_table.copy(StrLib::valid(name, ""));
+  nids.setColorTable(name);
+  return 1;
+}
+
+int ScopeView::setColorFill(const char* list) {
+  color_fill.copy(StrLib::valid(list, ""));
+  nids.setColorFill(list);
+  return 1;
+}
+
+int ScopeView::setColor(const char* text) {
+  nids.setColor(text);
+  return 1;
+}
+
+int ScopeView::setVariable(const char* text) {
+  nids.setVariable(text);
+  return 1;
+}
+
+int ScopeView::setMap(int flag) {
+  nids.setMap(flag);
+  return 1;
+}
+
+int ScopeView::setParam(const char* text) {
+  const Strings items(text, ',');
+  for (int i = 0; i < items.getNum(); i++) {
+    const char* value = items.getStringAfter(i, '=');
+    if (items.iequal(i, "fi=", 3)) {
+      setFilename(value);
+    } else if (items.iequal(i, "in", 2)) {
+      setInput(value);
+    } else if (items.iequal(i, "nc", 2) || items.iequal(i, "if", 2)) {
+      setNameConv(value);
+    } else if (items.equal(i, "ho", 2)) {
+      setHour(value);
+    } else if (items.iequal(i, "cof", 3)) {
+      color_fill.copy(StrLib::valid(value, ""));
+    } else if (items.iequal(i, "sync")) {
+      sync = 1;
+    }
+  }
+  nids.setParam(text);
+  return 1;
+}
+
+int ScopeView::draw(Plot& plot) {
+  if (!filename.isSet()) {
+    filename.setFile("la");
+  }
+  if (type == NIDS) {
+    nids.draw(plot);
+  } else {
+    Zqv::outWarning("ScopeView: input type %s is not available in this build\n", typeName(type));
+  }
+  return 1;
+}
+
+int ScopeView::print() {
+  std::printf("ScopeView\nType: %s\n", typeName(type));
+  return 1;
+}
+
+void ScopeView::callback(const char* /*name*/, const char* /*data*/, const void* /*source*/) {}
+
+}  // namespace ZQV

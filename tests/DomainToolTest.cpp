@@ -1,0 +1,306 @@
+#include "DomainTool.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "DataFiles.h"
+#include "Domain.h"
+#include "EarthPoint.h"
+#include "Region.h"
+#include "String.h"
+#include "Strings.h"
+#include "Zqv.h"
+
+namespace ZQV {
+namespace {
+
+constexpr float M = Const::FMISS;
+
+/** Captures warnings while it lives. */
+class Warnings {
+ public:
+  Warnings() { testing::internal::CaptureStderr(); }
+  ~Warnings() { take(); }
+  Warnings(const Warnings&) = delete;
+  Warnings& operator=(const Warnings&) = delete;
+  std::string take() {
+    if (open) {
+      open = false;
+      text = testing::internal::GetCapturedStderr();
+    }
+    return text;
+  }
+
+ private:
+  bool open = true;
+  std::string text;
+};
+
+const char* const STATIONS =
+    "DENVER          CO US KDEN -2-  39.8700 -104.6700 1656 72565\n"
+    "TULSA           OK US KTUL -2-  36.2000  -95.9000  206 72356\n";
+
+struct Expected {
+  int proj;
+  float clat, clon, dx, dy;
+  int nx, ny;
+  float plat = M, plon = M;
+};
+
+void expectVal(const DomainVal& val, const Expected& want, const std::string& text) {
+  EXPECT_EQ(val.proj, want.proj) << text;
+  EXPECT_EQ(val.clat, want.clat) << text;
+  EXPECT_EQ(val.clon, want.clon) << text;
+  EXPECT_EQ(val.dx, want.dx) << text;
+  EXPECT_EQ(val.dy, want.dy) << text;
+  EXPECT_EQ(val.nx, want.nx) << text;
+  EXPECT_EQ(val.ny, want.ny) << text;
+  EXPECT_EQ(val.plat, want.plat) << text;
+  EXPECT_EQ(val.plon, want.plon) << text;
+}
+
+TEST(DomainTool, Layouts) {
+  const DataFiles files;
+  files.write("sao.cty", STATIONS);
+  files.write("my.cty", "SOMEWHERE       -- -- some -2-  10.0000   20.0000    5\n");
+  files.write("zqv.reg",
+              "# name description number domain\n"
+              "us United_States 1 ps,38,-97,51,35,1,1\n"
+              "plains Plains 2 us\n");
+  files.write("mine.reg", "first x 1 ll,0,0,73,37,5,5\nsecond x 2 40,-90,3\n");
+  files.write("bare.reg", "39,-97,2\nsecond x 2 40,-90,3\n");
+  struct Row {
+    const char* text;
+    Expected want;
+  };
+  const int ms = Const::MISS;
+  const Row rows[] = {
+      {"ps,40,-95,60,40,1,2", {1, 40, -95, 1, 2, 60, 40}},
+      {"ps,40,-95,60,40,1", {1, 40, -95, 1, 1, 60, 40}},
+      {"ps,40,-95,1,2", {1, 40, -95, 1, 2, 25, 17}},
+      {"ps,40,-95,2", {1, 40, -95, 2, 2, 25, 17}},
+      {"ps,40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17}},
+      {"40,-95,60,40,1,2", {1, 40, -95, 1, 2, 60, 40}},
+      {"40,-95,60,40,1", {1, 40, -95, 1, 1, 60, 40}},
+      {"40,-95,60,40", {1, 40, -95, 1.2F, 1.2F, 60, 40}},
+      {"40,-95,2", {1, 40, -95, 2, 2, 25, 17}},
+      {"40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17}},
+      {"KDEN", {1, 39.87F, -104.67F, 1.2F, 1.2F, 25, 17}},
+      {"KDEN,2", {1, 39.87F, -104.67F, 2, 2, 25, 17}},
+      {"lc,KTUL,1,2", {4, 36.2F, -95.9F, 1, 2, 25, 17}},
+      {"lc,id:tulsa,60,40,1,2", {4, 36.2F, -95.9F, 1, 2, 60, 40}},
+      {"id:72356", {1, 36.2F, -95.9F, 1.2F, 1.2F, 25, 17}},
+      {"ID:my.cty:some,3", {1, 10, 20, 3, 3, 25, 17}},
+      {"sat,0,-75", {9, 0, -75, 1.2F, 1.2F, 25, 17}},
+      {"size,640,480.9", {51, M, M, M, M, 640, 480}},
+      {"zoom,40,-100", {50, 40, -100, 1, 1, 25, 17}},
+      {"none", {ms, M, M, M, M, ms, ms}},
+      {"MISS", {ms, M, M, M, M, ms, ms}},
+      {"miss,1,2", {ms, M, M, M, M, ms, ms}},
+      // The projection field: with two parts in all the second is plon.
+      {"ps:-100,40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17, M, -100}},
+      {"ps:60:-100,40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17, 60, -100}},
+      {"ps:x:-100,40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17, M, -100}},
+      {"me:e,40,-95", {3, 40, -95, 1.2F, 1.2F, 25, 17, M, M}},
+      // Regions, which lead on to other texts.
+      {"us", {1, 38, -97, 1, 1, 51, 35}},
+      {"US,anything", {1, 38, -97, 1, 1, 51, 35}},
+      {"plains", {1, 38, -97, 1, 1, 51, 35}},
+      {"fi:mine.reg", {2, 0, 0, 5, 5, 73, 37}},
+      {"mine.reg:Second", {1, 40, -90, 3, 3, 25, 17}},
+      // A bare domain text is the region, whatever was asked for.
+      {"bare.reg:second", {1, 39, -97, 2, 2, 25, 17}},
+      // A projection field alone gives the middle of the United States, and loses its own numbers
+      // to nothing: deliberate.
+      {"ps:60:-100", {1, 39, -97, 2.3F, 2.3F, 25, 17, M, M}},
+  };
+  for (const Row& row : rows) {
+    DomainVal val;
+    Warnings warnings;
+    EXPECT_EQ(DomainTool::decode(val, row.text), 1) << row.text;
+    EXPECT_EQ(warnings.take(), "") << row.text;
+    expectVal(val, row.want, row.text);
+  }
+}
+
+TEST(DomainTool, RefusesWithAWarning) {
+  const DataFiles files;
+  files.write("sao.cty", STATIONS);
+  files.write("zqv.reg", "us United_States 1 ps,38,-97,51,35,1,1\n");
+  for (const char* text : {"ps,kden,1,1", "nowhere", "KXXX", "40", ",", "40,-95,x",
+                           "1,2,3,4,5,6,7,8", "us.reg:us", "ps,40,-9999", "id:"}) {
+    Domain domain;
+    DomainTool::decode(domain, "40,-95");
+    Warnings warnings;
+    EXPECT_EQ(DomainTool::decode(domain, text), 0) << text;
+    EXPECT_NE(warnings.take().find(std::string("DomainTool::decode: Invalid plot domain: ") + text +
+                                   "\n"),
+              std::string::npos)
+        << text;
+    EXPECT_EQ(domain.getCLat(), 40) << text;
+  }
+  Warnings warnings;
+  DomainVal val;
+  EXPECT_EQ(DomainTool::decode(val, nullptr), 0);
+  EXPECT_EQ(DomainTool::decode(val, ""), 0);
+  EXPECT_EQ(warnings.take(), "");
+  // No such station: the centre is missing, and the layout fails.
+  val.clat = 7;
+  const Strings values("KXXX", ',');
+  EXPECT_EQ(DomainTool::setParams(val, values, "id"), 0);
+  EXPECT_EQ(val.clat, M);
+}
+
+TEST(DomainTool, MissingRegionFileWarnsTwice) {
+  const DataFiles files;
+  DomainVal val;
+  Warnings warnings;
+  EXPECT_EQ(DomainTool::decode(val, "us"), 0);
+  EXPECT_EQ(warnings.take(), "Unable to open region file: " + files.path("zqv.reg") +
+                                 "\nDomainTool::decode: Invalid plot domain: us\n");
+}
+
+// The names of region and city files may come out of a picture's comment, and must not run
+// anything.
+TEST(DomainTool, FilesAreNoPipes) {
+  const DataFiles files;
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(files.path("."));
+  for (const char* text : {"fi:|touch ran", "|touch ran:us", "id:|touch ran:KDEN,2"}) {
+    DomainVal val;
+    Warnings warnings;
+    DomainTool::decode(val, text);
+    EXPECT_FALSE(std::filesystem::exists("ran")) << text;
+  }
+  std::filesystem::current_path(before);
+}
+
+TEST(DomainTool, RegionThatNamesItself) {
+  const DataFiles files;
+  files.write("zqv.reg", "round x 1 round\nto x 2 fro\nfro x 3 to\n");
+  for (const std::string text : {"round", "to"}) {
+    DomainVal val;
+    Warnings warnings;
+    EXPECT_EQ(DomainTool::decode(val, text.c_str()), 0);
+    EXPECT_EQ(warnings.take(), "DomainTool::decode: Invalid plot domain: " + text + "\n");
+  }
+}
+
+TEST(DomainTool, Parameters) {
+  Domain domain;
+  ASSERT_EQ(DomainTool::decode(domain, "lc:40:-100:25:45,40,-100,60,40,1,1"), 1);
+  EXPECT_EQ(domain.getParam(0), 25);
+  EXPECT_EQ(domain.getParam(1), 45);
+  EXPECT_EQ(domain.getParam(2), M);
+  ASSERT_EQ(DomainTool::decode(domain, "sat:e:0:-75:421.64:1:2:3:4,0,-75"), 1);
+  EXPECT_TRUE(domain.ellipse);
+  EXPECT_EQ(domain.getParam(3), 3);
+  EXPECT_EQ(domain.getParam(4), M);  // can't be set from text
+  ASSERT_EQ(DomainTool::decode(domain, "sat:E:0:-75,0,-75"), 1);
+  EXPECT_FALSE(domain.ellipse);  // "e" in this case only; "E" is no number
+  EXPECT_EQ(domain.getPLat(), 0);
+}
+
+// "lc:40:-100" alone has true latitudes of 30 and 60: the same plane as with them.
+TEST(DomainTool, DefaultTrueLatitudes) {
+  Domain named;
+  Domain bare;
+  ASSERT_EQ(DomainTool::decode(named, "lc:40:-100:30:60,40,-100,60,40,1,1"), 1);
+  ASSERT_EQ(DomainTool::decode(bare, "lc:40:-100,40,-100,60,40,1,1"), 1);
+  EXPECT_EQ(named.getLimits().xmin, bare.getLimits().xmin);
+  EXPECT_EQ(named.getLimits().ymin, bare.getLimits().ymin);
+}
+
+TEST(DomainTool, ResourceBeforeFallback) {
+  const DataFiles files;
+  Domain domain;
+  Zqv::resrc.clear();
+  EXPECT_EQ(DomainTool::set(domain), 0);
+  EXPECT_EQ(DomainTool::set(domain, "30,-80"), 1);
+  EXPECT_EQ(domain.getCLat(), 30);
+  Zqv::putResrc("plot_domain", "50,-80");
+  EXPECT_EQ(DomainTool::set(domain, "30,-80"), 1);
+  EXPECT_EQ(domain.getCLat(), 50);
+  Zqv::putResrc("plot_domain", "nowhere");
+  Warnings warnings;
+  EXPECT_EQ(DomainTool::set(domain, "30,-80"), 0);
+  EXPECT_EQ(domain.getCLat(), 50);
+  Zqv::resrc.clear();
+}
+
+TEST(Region, LinesAndNames) {
+  const DataFiles files;
+  files.write("zqv.reg", "# comment\n\none A 1 1,1\nshort B\nTwo C 2 2,2 rest\n" +
+                             std::string(600, 'x') + " D 3 3,3\nlast E 4 4,4");
+  String out;
+  EXPECT_EQ(Region::get(nullptr, "ONE", out), 1);
+  EXPECT_STREQ(out.get(), "1,1");
+  EXPECT_EQ(Region::get("zqv.reg", nullptr, out), 1);
+  EXPECT_STREQ(out.get(), "1,1");
+  // The line with a single word that can be scanned answers whatever was asked for.
+  EXPECT_EQ(Region::get(nullptr, "two", out), 1);
+  EXPECT_STREQ(out.get(), "short");
+  files.write("zqv.reg", "one A 1 1,1\n");
+  EXPECT_EQ(Region::get(nullptr, "two", out), 0);
+  EXPECT_EQ(out.getLength(), 0);
+  files.write("zqv.reg", "last E 4 4,4");
+  EXPECT_EQ(Region::get(nullptr, "last", out), 1);
+}
+
+// Every region of the package decodes, and shows what its name says.
+TEST(Region, PackageRegions) {
+  const PackageData data;
+  struct Row {
+    const char* region;
+    EarthPoint in;
+    EarthPoint out;
+  };
+  const Row rows[] = {
+      {"us", {48.4F, -124.7F}, {19.4F, -99.1F}},
+      {"us", {44.8F, -66.95F}, {64.8F, -147.7F}},
+      {"us", {25.1F, -80.5F}, {18, -66}},
+      {"us", {32.5F, -117.2F}, {21, -158}},
+      {"us", {49.4F, -95.2F}, {56, -95}},
+      {"us", {25.9F, -97.2F}, {10, -97}},
+      {"globe", {-80, 170}, {M, M}},
+      {"globe", {80, -170}, {M, M}},
+      {"ne", {42.36F, -71.06F}, {29.8F, -95.4F}},
+      {"ne", {46.9F, -68}, {29.8F, -95.4F}},
+      {"se", {25.8F, -80.2F}, {42.3F, -71}},
+      {"ca", {32.7F, -117.1F}, {39.7F, -105}},
+      {"ca", {41.9F, -124.1F}, {39.7F, -105}},
+      {"tx", {25.9F, -97.4F}, {39.7F, -105}},
+      {"ak", {58.3F, -134.4F}, {47.6F, -122.3F}},
+      {"ak", {71.3F, -156.8F}, {47.6F, -122.3F}},
+      {"hi", {19.7F, -155.1F}, {37.8F, -122.4F}},
+      {"pr", {18.5F, -66.1F}, {25.8F, -80.2F}},
+      {"nw", {47.6F, -122.3F}, {34, -118}},
+      {"mw", {41.9F, -87.6F}, {34, -118}},
+      {"sp", {35.5F, -97.5F}, {34, -118}},
+      {"gl", {43.7F, -79.4F}, {34, -118}},
+      {"shem", {-34, 151}, {40, -100}},
+      {"europe", {52.5F, 13.4F}, {30, 31}},
+  };
+  for (const Row& row : rows) {
+    Domain domain;
+    ASSERT_EQ(DomainTool::decode(domain, row.region), 1) << row.region;
+    EXPECT_TRUE(domain.within(row.in)) << row.region << " " << row.in.lat;
+    EXPECT_FALSE(row.out.isSet() && domain.within(row.out)) << row.region << " " << row.out.lat;
+  }
+  std::ifstream file(ZQV_DATA_DIR "/zqv.reg");
+  int num = 0;
+  for (std::string line; std::getline(file, line);) {
+    if (line.empty() || line[0] == '#') {
+      continue;
+    }
+    Domain domain;
+    EXPECT_EQ(DomainTool::decode(domain, line.substr(0, line.find(' ')).c_str()), 1) << line;
+    EXPECT_TRUE(domain.isSet());
+    num++;
+  }
+  EXPECT_GE(num, 20);
+}
+
+}  // namespace
+}  // namespace ZQV
