@@ -162,10 +162,10 @@ float Calc::convTemp(float T, float p, float sfc_p) {
   return missing(T, p, sfc_p) ? Const::FMISS : tempOnDryAd(potTemp(T, p), sfc_p);
 }
 
-int Calc::lcl(float T, float Td, float p, float& lcl_p, float& lcl_T) {
-  lcl_T = lclTemp(T, Td);
-  lcl_p = lclPres(T, Td, p);
-  return missing(lcl_T, lcl_p) ? 0 : 1;
+int Calc::lcl(float T, float Td, float p, float& lcl_pres, float& lcl_temp) {
+  lcl_temp = lclTemp(T, Td);
+  lcl_pres = lclPres(T, Td, p);
+  return missing(lcl_temp, lcl_pres) ? 0 : 1;
 }
 
 // Bolton (1980), equation 15.

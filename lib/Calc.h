@@ -39,7 +39,7 @@ class Calc {
   static float convTemp(float T, float p, float sfc_p);
   /** Lifted condensation level. @return 1; 0 with an input missing, out values are then missing too
    */
-  static int lcl(float T, float Td, float p, float& lcl_p, float& lcl_T);
+  static int lcl(float T, float Td, float p, float& lcl_pres, float& lcl_temp);
   static float lclPres(float T, float Td, float p);
   static float lclTemp(float T, float Td);
   static float eqPotTemp(float T, float Td, float p);

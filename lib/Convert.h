@@ -8,6 +8,7 @@ namespace ZQV {
  * missing. */
 class Convert {
  public:
+  // NOLINTBEGIN(readability-identifier-naming): units keep their own letters
   static float CtoK(float c) { return linear(c, 1, 273.15); }
   static float KtoC(float k) { return linear(k, 1, -273.15); }
   static float CtoF(float c) { return linear(c, 1.8, 32); }
@@ -19,8 +20,10 @@ class Convert {
   static float NMtoKM(float nm) { return linear(nm, 1.852, 0); }
   static float KMtoNM(float km) { return linear(km, 1 / 1.852, 0); }
   static float KTtoKMH(float kt) { return linear(kt, 1.852, 0); }
-  static float MStoKT(float ms) { return linear(ms, 3.6 / 1.852, 0); }
+  /** In 32 bits throughout, so that a scale and an offset that meet at 0 m/s meet at 0 kt too. */
+  static float MStoKT(float ms) { return ms == Const::FMISS ? ms : ms * 1.9438445F; }
   static float KTtoMS(float kt) { return linear(kt, 1.852 / 3.6, 0); }
+  // NOLINTEND(readability-identifier-naming)
 
  private:
   static float linear(float v, double factor, double added) {

@@ -26,6 +26,8 @@ class Domain : public DomainVal {
   static constexpr float earth_rad = 63.7122F;      ///< spherical radius, 100 km
   static constexpr float earth_maj = 63.78137F;     ///< semi-major axis
   static constexpr float earth_min = 63.56752F;     ///< semi-minor axis
+  static constexpr float earth_ratio = 0.9966472F;  ///< earth_min / earth_maj
+  static constexpr float earth_ratio2 = earth_ratio * earth_ratio;
 
   Domain() = default;
   explicit Domain(const DomainVal& val) { set(val); }
@@ -42,7 +44,7 @@ class Domain : public DomainVal {
   int set(const EarthPoint& ul, const EarthPoint& lr, int cols, int rows);
   /** A plain plane (XY) of cols by rows points. @return 1 */
   int set(int cols, int rows);
-  [[nodiscard]] DomainVal get() const { return *this; }
+  [[nodiscard]] DomainVal get() const { return static_cast<const DomainVal&>(*this); }
 
   /** Sets what follows from the value part, and forgets the first-use constants. To be called after
    *  fields were changed directly. @return 1 */
@@ -208,8 +210,6 @@ class Domain : public DomainVal {
   float sat_rad4 = 31605831680.0F;
   float sat2_earth2 = 173720.94F;  ///< sat_rad2 less the earth's radius squared
   float earth_sat_ratio = Const::FMISS;
-  float earth_ratio = 0.9966472F;  ///< earth_min / earth_maj
-  float earth_ratio2 = 0.9966472F * 0.9966472F;
   float tlat1 = 30.0F;  ///< true latitudes, degrees
   float tlat2 = 60.0F;
   /** First-use constants of the projection at hand. A missing xfactor says that they aren't

@@ -42,48 +42,27 @@ bool DomainVal::compare(const DomainVal& a, const DomainVal& b) {
 
 const char* DomainVal::getProjText(int code) {
   switch (code) {
-    case PSTEREO:
-      return "pstereo";
-    case LATLON:
-      return "latlon";
-    case MERC:
-      return "merc";
-    case LAMB:
-      return "lamb";
-    case ORTHO:
-      return "ortho";
-    case GNOM:
-      return "gnom";
-    case MOLL:
-      return "moll";
-    case LAMBAZ:
-      return "lambaz";
-    case SAT:
-      return "sat";
-    case PIXEL:
-      return "pixel";
-    case XY:
-      return "xy";
-    case XZ:
-      return "xz";
-    case XLOGP:
-      return "xlogp";
-    case POLAR:
-      return "polar";
-    case CAT:
-      return "cat";
-    case SKEWT:
-      return "skewt";
-    case STUVE:
-      return "stuve";
-    case EMA:
-      return "ema";
-    case TEPH:
-      return "teph";
-    case RTEPH:
-      return "rteph";
-    case ZOOM:
-      return "zoom";
+    case PSTEREO: return "pstereo";
+    case LATLON: return "latlon";
+    case MERC: return "merc";
+    case LAMB: return "lamb";
+    case ORTHO: return "ortho";
+    case GNOM: return "gnom";
+    case MOLL: return "moll";
+    case LAMBAZ: return "lambaz";
+    case SAT: return "sat";
+    case PIXEL: return "pixel";
+    case XY: return "xy";
+    case XZ: return "xz";
+    case XLOGP: return "xlogp";
+    case POLAR: return "polar";
+    case CAT: return "cat";
+    case SKEWT: return "skewt";
+    case STUVE: return "stuve";
+    case EMA: return "ema";
+    case TEPH: return "teph";
+    case RTEPH: return "rteph";
+    case ZOOM: return "zoom";
     default:  // XP and SIZE have none
       return "";
   }

@@ -71,7 +71,10 @@ TEST(CityFile, MalformedLineEndsTheReading) {
        {"SHORT\n", "\n", "BROKEN          CO US BRK -x- 39.75 -104.87 1611 72469\n",
         "NO ELEVATION    CO US NOE -1- 39.75 -104.87\n",
         "# comment with enough in it 1 2 3 4 5 6\n"}) {
-    files.write("a.cty", STATIONS + bad + STATIONS);
+    std::string text = STATIONS;
+    text += bad;
+    text += STATIONS;
+    files.write("a.cty", text);
     CityFile file(files.path("a.cty").c_str());
     CityData d;
     int num = 0;

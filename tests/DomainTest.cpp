@@ -807,6 +807,35 @@ TEST(Domain, StrictText) {
   EXPECT_EQ(domain.getPLat(), 40);
 }
 
+// A domain knows the names of all diagrams but XP, its plain value not those of two; SIZE is a
+// request.
+TEST(Domain, Prints) {
+  DomainVal val;
+  val.clat = val.clon = val.dx = val.dy = 1;
+  val.nx = val.ny = 3;
+  const char* const rest = ":1.000000:1.000000:::,1.000000,1.000000,3,3,1.000000,1.000000\n";
+  const struct {
+    int proj;
+    const char* name;
+    const char* val_name;
+  } rows[] = {{Domain::XY, "xy", "xy"},     {Domain::TEPH, "teph", ""},
+              {Domain::RTEPH, "rteph", ""}, {Domain::POLAR, "polar", "polar"},
+              {Domain::XP, "", ""},         {Domain::SIZE, "", ""}};
+  for (const auto& row : rows) {
+    val.proj = row.proj;
+    const Domain domain(val);
+    testing::internal::CaptureStdout();
+    domain.print();
+    domain.get().print();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              std::string(row.name) + rest + std::string(row.val_name) + rest);
+  }
+  val.proj = Domain::XY;
+  testing::internal::CaptureStdout();
+  Domain(val).printLimits();
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "(0.000000,0.000000)-(2.000000,2.000000)\n");
+}
+
 TEST(Domain, ComparesPlanesAndDomains) {
   Domain a = make("sat:0:-75:421.64:1");
   Domain b = a;

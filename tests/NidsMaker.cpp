@@ -23,7 +23,7 @@ std::string heading() {
   return "SDUS53 KOUN 051639\r\r\nN0RTLX\r\r\n";
 }
 
-/** Runs of up to 15 equal levels, a byte each. */
+/** Runs of up to 15 equal levels, a byte each, filled up to a halfword as radars do. */
 std::string packRuns(const std::vector<int>& levels) {
   std::string out;
   for (size_t i = 0; i < levels.size();) {
@@ -33,6 +33,9 @@ std::string packRuns(const std::vector<int>& levels) {
     }
     out.push_back(static_cast<char>(n << 4U | static_cast<size_t>(levels[i] & 15)));
     i += n;
+  }
+  if (out.size() % 2 != 0) {
+    out.push_back('\0');  // a run of none
   }
   return out;
 }
@@ -78,10 +81,7 @@ std::string NidsMaker::radials(const std::vector<Radial>& list) {
   std::string out = u2(0xAF1F) + u2(0) + u2(longest(list)) + u2(256) + u2(280) + u2(999) +
                     u2(static_cast<int>(list.size()));
   for (const auto& radial : list) {
-    std::string runs = packRuns(radial.levels);
-    if (runs.size() % 2 != 0) {
-      runs.push_back('\0');  // a run of none
-    }
+    const std::string runs = packRuns(radial.levels);
     out += u2(static_cast<int>(runs.size() / 2)) + u2(tenths(radial.ang0)) +
            u2(tenths(radial.ang1)) + runs;
   }
@@ -162,12 +162,12 @@ std::string NidsMaker::other(int packet_code, const std::string& payload) {
   return u2(packet_code) + u2(static_cast<int>(payload.size())) + payload;
 }
 
-std::string NidsMaker::zlib(const std::string& data) {
+std::string NidsMaker::zlib(const std::string& data, int level) {
   uLongf size = compressBound(static_cast<uLong>(data.size()));
   std::string out(size, '\0');
   if (compress2(reinterpret_cast<Bytef*>(out.data()), &size,
                 reinterpret_cast<const Bytef*>(data.data()), static_cast<uLong>(data.size()),
-                Z_BEST_COMPRESSION) != Z_OK) {
+                level) != Z_OK) {
     std::abort();
   }
   out.resize(size);
@@ -242,7 +242,7 @@ std::string NidsMaker::build() const {
       const std::string all = std::string(24, '\x22') + heading() + body;
       const size_t step = member_size == 0 ? all.size() : member_size;
       for (size_t at = 0; at < all.size(); at += step) {
-        out += zlib(all.substr(at, step));
+        out += zlib(all.substr(at, step), zlib_level);
       }
       break;
     }

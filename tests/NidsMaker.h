@@ -41,9 +41,10 @@ class NidsMaker {
   Envelope envelope = HEADING;
   Packing packing = PLAIN;
   size_t member_size = 0;  ///< bytes in a zlib member, 0 for all in one
+  int zlib_level = 9;      ///< 0 stores the bytes as they are
   bool trailer = false;    ///< CR CR LF ETX at the end
   int code = 19;
-  int mess_days = 18752;  ///< 5 May 2021
+  int mess_days = 18752;  ///< 4 May 2021, as day 1 is 1 January 1970
   int mess_secs = 60000;
   int src = 302;
   double lat = 35.333;
@@ -77,7 +78,7 @@ class NidsMaker {
   static std::string u2(int v);
   static std::string u4(int64_t v);
 
-  /** Packets. Levels up to 15 are packed by runs, a radial's bytes filled up to a halfword. */
+  /** Packets. Levels up to 15 are packed by runs, filled up to a halfword by a run of none. */
   static std::string radials(const std::vector<Radial>& list);
   /** Levels up to 255, one byte a bin. @param nbin  as the head says it; the longest radial's if
    * negative */
@@ -93,7 +94,7 @@ class NidsMaker {
   /** A packet that is known and has no reader. */
   static std::string other(int packet_code, const std::string& payload);
 
-  static std::string zlib(const std::string& data);
+  static std::string zlib(const std::string& data, int level = 9);
   static std::string bzip2(const std::string& data);
 };
 

@@ -1,0 +1,91 @@
+#!/usr/bin/env python3
+"""Times whole processes and prints the table of scripts/bench.sh.
+
+    bench.py RUNS BUILD_DIR PRODUCT_DIR
+
+The commands take turns, so that a slow moment of the machine falls on all of them; the medians are compared within
+this one run only.
+"""
+import os
+import statistics
+import subprocess
+import sys
+
+runs = max(7, int(sys.argv[1]))
+build = os.path.abspath(sys.argv[2])
+products = os.path.abspath(sys.argv[3])
+program = os.path.join(build, "src", "scopeview")
+bare = os.path.join(build, "bench", "bare")
+config = os.path.join(build, "etc")
+
+PRODUCTS = [
+    ("radial16", "16-level radial, 360 x 230"),
+    ("radial256", "256-level radial, 720 x 1840"),
+    ("raster", "raster, 464 x 464"),
+    ("profile", "wind profile"),
+]
+DEVICES = [("meta", "-de meta,/dev/null"), ("ps", "-de ps,/dev/null,color"), ("hpgl", "-de hpgl,/dev/null")]
+OTHER = "lc:40:-97:33:45,35.3,-97.3,91,61,.11,.11"
+OTHER_PROFILE = "xy,256,-256,91,61,8,8"
+
+
+def once(command):
+    """Seconds and kilobytes of one run."""
+    done = subprocess.run([bare, "spawn", *command], cwd=products, capture_output=True, text=True, check=False)
+    if done.returncode != 0:
+        sys.exit(f"bench: status {done.returncode} from {' '.join(command)}")
+    took, memory = done.stdout.split()
+    return float(took), int(memory)
+
+
+def measure(commands):
+    """Median seconds and largest memory by name."""
+    results = {name: [] for name in commands}
+    for command in commands.values():
+        once(command)
+    for _ in range(runs):
+        for name, command in commands.items():
+            results[name].append(once(command))
+    return {
+        name: (statistics.median(t for t, _ in list_), max(m for _, m in list_)) for name, list_ in results.items()
+    }
+
+
+def polygons(file, args):
+    """Polygons that a product gives, counted in its metafile."""
+    out = os.path.join(products, "count.meta")
+    subprocess.run([program, "-in", "nids", file, "-df", config, "-de", f"meta,{out}", *args], check=True,
+                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    with open(out) as records:
+        return sum(line.startswith("F ") for line in records)
+
+
+def main():
+    base = measure({"empty": [bare, "empty"], "help": [program, "-h", "-df", config]})
+    empty = base["empty"][0]
+    print(f"medians of {runs} runs each; ms, and ratios within this run\n")
+    print(f"empty process            {empty * 1e3:8.2f}")
+    print(f"scopeview -h             {base['help'][0] * 1e3:8.2f}   {base['help'][0] / empty:5.2f} x empty\n")
+    head = f"{'product':30} {'device':6} {'polygons':>8} {'read':>7} {'print':>7} {'own':>8} {'/floor':>7}"
+    print(f"{head} {'reproj':>8} {'/own':>6} {'MB':>6}")
+    for name, what in PRODUCTS:
+        file = os.path.join(products, name + ".nids")
+        other = OTHER_PROFILE if name == "profile" else OTHER
+        count = polygons(file, [])
+        for device, args in DEVICES:
+            draw = [program, "-in", "nids", file, "-df", config, *args.split()]
+            got = measure({
+                "read": [bare, "read", file],
+                "print": [bare, "print", str(count), device],
+                "own": draw,
+                "reproj": [*draw, "-pd", other],
+            })
+            read, bare_print, own, reproj = (got[k][0] for k in ("read", "print", "own", "reproj"))
+            floor = bare_print + read - empty
+            print(f"{what:30} {device:6} {count:8d} {read * 1e3:7.2f} {bare_print * 1e3:7.2f} {own * 1e3:8.2f} "
+                  f"{own / floor:7.2f} {reproj * 1e3:8.2f} {reproj / own:6.2f} {got['own'][1] / 1024:6.1f}")
+    print("\nread: reading and bare decompression; print: a bare loop that prints as many polygons with"
+          "\nstd::to_chars; floor: read + print - empty; reproj: the same product on a Lambert map.")
+
+
+main()

@@ -1,0 +1,346 @@
+#include "NidsPacket.h"
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "Const.h"
+#include "NidsFile.h"
+#include "NidsInfo.h"
+#include "NidsMaker.h"
+
+namespace ZQV {
+namespace {
+
+/** One product of a single layer, opened with its header read. */
+class Opened {
+ public:
+  explicit Opened(const NidsMaker& maker) : file(maker.build()) {
+    EXPECT_EQ(nids.open(file.name()), 1);
+    EXPECT_EQ(nids.readHeader(info), 1);
+  }
+  NidsFile nids;
+  NidsInfo info;
+
+ private:
+  TempFile file;
+};
+
+NidsMaker product(int code, const std::string& layer) {
+  NidsMaker m;
+  m.code = code;
+  m.layers = {layer};
+  return m;
+}
+
+std::string walkOf(const NidsMaker& maker) {
+  Opened opened(maker);
+  return NidsWalk(opened.nids).text;
+}
+
+std::vector<NidsRun> runsOf(NidsFile& nids) {
+  std::vector<NidsRun> runs;
+  for (NidsRun run; nids.readRun(run) > 0;) {
+    runs.push_back(run);
+  }
+  return runs;
+}
+
+TEST(NidsPacketTest, RunsOfNoneAreDeliveredAndTheWalkEndsByBytes) {
+  // Two halfwords: a run of none in the middle and one as padding.
+  const std::string layer = NidsMaker::u2(44831) + NidsMaker::u2(4) + NidsMaker::u2(230) +
+                            std::string(6, '\0') + NidsMaker::u2(1) + NidsMaker::u2(2) +
+                            NidsMaker::u2(-5) + NidsMaker::u2(10) + "\xF3" +
+                            std::string(1, '\x05') + "\x21" + std::string(1, '\0');
+  Opened o(product(19, layer));
+  EXPECT_EQ(o.info.getType(), NidsFile::RADIAL);
+  EXPECT_EQ(o.nids.getBin0(), 4);
+  EXPECT_EQ(o.info.getNx(), 460);
+  NidsRadial radial;
+  ASSERT_EQ(o.nids.readRadial(radial), 1);
+  EXPECT_FLOAT_EQ(radial.ang0, -0.5F);
+  EXPECT_FLOAT_EQ(radial.ang1, 1);
+  EXPECT_EQ(o.nids.getLen(), 4);  // halfwords in the file
+  const auto runs = runsOf(o.nids);
+  ASSERT_EQ(runs.size(), 4U);
+  EXPECT_EQ(runs[0].run, 15);
+  EXPECT_EQ(runs[0].ival, 3);
+  EXPECT_FLOAT_EQ(runs[0].val, 15);
+  EXPECT_EQ(runs[1].run, 0);
+  EXPECT_EQ(runs[2].run, 2);
+  EXPECT_EQ(runs[3].run, 0);
+  EXPECT_FLOAT_EQ(runs[3].val, -90);  // a marker stays a value, it isn't missing
+  EXPECT_EQ(o.nids.readRadial(radial), 0);
+}
+
+TEST(NidsPacketTest, DigitalLevels) {
+  const struct {
+    const char* fault;
+    int code;
+    std::array<int, 16> words;
+    int level;
+    float value;
+  } rows[] = {
+      {"BelowThreshold", 94, {0xFEC0, 5, 254}, 0, Const::FMISS},
+      {"RangeFolded", 94, {0xFEC0, 5, 254}, 1, Const::FMISS},
+      {"FirstLevel", 94, {0xFEC0, 5, 254}, 2, -31},
+      {"LastLevel", 94, {0xFEC0, 5, 254}, 255, 95.5F},
+      {"Precipitation", 138, {0, 2, 256}, 236, 4.72F},
+      // A hair below 0: deliberate, 32-bit arithmetic decides on which side of a class it falls.
+      {"ZeroVelocity", 99, {0xFD85, 5, 254}, 127, -7.62939453e-06F},
+      {"VelocityAboveZero", 99, {0xFD85, 5, 254}, 129, 1.94384003F},
+      {"LiquidLinear", 134, {0x59AB, 0x4400, 20, 0x54DC, 0x593E}, 19, 0.187456926F},
+      {"LiquidLogarithmicAtItsFirstLevel",
+       134,
+       {0x59AB, 0x4400, 20, 0x54DC, 0x593E},
+       20,
+       0.193382185F},
+      {"LiquidLargest", 134, {0x59AB, 0x4400, 20, 0x54DC, 0x593E}, 254, 79.5356849F},
+      {"TopsMasked", 135, {127, 1, 2, 128}, 148, 18},
+      {"TopsScaled", 135, {127, 2, 3, 128}, 24, 9},
+      // Scales of 0 have no value to give.
+      {"LiquidDividedByZero", 134, {0, 0, 20, 0, 0}, 10, Const::FMISS},
+      {"LiquidExponentDividedByZero", 134, {0, 0, 20, 0, 0}, 30, Const::FMISS},
+      {"LiquidBeyondAllBounds", 134, {0, 0, 0, 0x0001, 0}, 255, Const::FMISS},
+      {"TopsDividedByZero", 135, {127, 0, 2, 128}, 24, Const::FMISS},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.fault);
+    NidsMaker m = product(row.code, NidsMaker::digital({{0, 1, {row.level}}}));
+    m.level_words = row.words;
+    Opened o(m);
+    NidsRadial radial;
+    NidsRun run;
+    ASSERT_EQ(o.nids.readRadial(radial), 1);
+    ASSERT_EQ(o.nids.readRun(run), 1);
+    EXPECT_EQ(run.run, 1);
+    EXPECT_EQ(run.ival, row.level);
+    EXPECT_FLOAT_EQ(run.val, row.value);
+    EXPECT_EQ(o.nids.readRun(run), 0);
+  }
+}
+
+TEST(NidsPacketTest, RasterOfEitherCodeIsOneKind) {
+  for (const int code : {0xBA0F, 0xBA07}) {
+    Opened o(product(41, NidsMaker::raster({{1, 1, 2}, {3}}, code)));
+    EXPECT_EQ(o.info.getType(), 47631);
+    EXPECT_TRUE(o.nids.isPacketRastor());
+    EXPECT_EQ(o.nids.getCol0(), 3);
+    EXPECT_EQ(o.nids.getRow0(), 5);
+    EXPECT_EQ(NidsWalk(o.nids).text, "row\nrun 2 1 5\nrun 1 2 10\nrow\nrun 1 3 15\nrun 0 0 -90\n");
+  }
+}
+
+TEST(NidsPacketTest, RasterOfPairsCountsHundredsInTheHighNibble) {
+  EXPECT_EQ(walkOf(product(37, NidsMaker::raster8({{0x04, 0x04, 0x31}}))),
+            "row\nrun 2 4 20\nrun 1 49 305\n");
+}
+
+TEST(NidsPacketTest, RasterWithoutRowsEndsAtOnce) {
+  Opened o(product(37, NidsMaker::raster({}) + NidsMaker::vectors({{1, 2, 3, 4}})));
+  EXPECT_EQ(o.nids.readRastor(), 0);
+  EXPECT_EQ(o.nids.readPacket(), 7);
+}
+
+TEST(NidsPacketTest, ArrayEndsByCells) {
+  NidsMaker m = product(81, NidsMaker::array({{0, 0, 254, 255}, {8, 8, 8, 8}}));
+  m.level_words = {0xFFC4, 125, 256};
+  EXPECT_EQ(walkOf(m), "row\nrun 2 0 -0.06\nrun 1 254 31.69\nrun 1 255 -9999\nrow\nrun 4 8 0.94\n");
+  // A row of 5 cells where the head says 4 never ends by itself, and takes the data behind it for
+  // runs: deliberate.
+  std::string layer = NidsMaker::array({{1, 1, 1, 1}, {2, 2, 2, 2}});
+  layer[12] = 5;
+  m.layers = {layer};
+  Opened o(m);
+  ASSERT_EQ(o.nids.readRastor(), 1);
+  const auto runs = runsOf(o.nids);
+  ASSERT_EQ(runs.size(), 3U);
+  EXPECT_EQ(runs[0].run, 5);
+  EXPECT_EQ(runs[1].run, 0);  // the length of the next row
+  EXPECT_EQ(runs[2].run, 4);
+  NidsRun run;
+  EXPECT_EQ(o.nids.readRun(run), -1);
+}
+
+TEST(NidsPacketTest, TextIsCutAt99CharactersAndTheRestDropped) {
+  std::string longer;
+  for (int i = 0; i < 30; ++i) {
+    longer += "0123456789";
+  }
+  for (const size_t n : {0, 1, 98, 99, 100, 300}) {
+    EXPECT_EQ(
+        walkOf(product(48, NidsMaker::text(1, -7, 9, longer.substr(0, n)) +
+                               NidsMaker::vectors({{1, 2, 3, 4}}))),
+        "text \"" + longer.substr(0, std::min<size_t>(n, 99)) + "\" 5 -7 9\nvector 0 1 2 3 4\n");
+  }
+}
+
+// A text packet of code 1 has a value word in this reader, though other readers know none:
+// deliberate.
+TEST(NidsPacketTest, TextOfCode1IsReadLikeCode8) {
+  EXPECT_EQ(walkOf(product(48, NidsMaker::text(2, 3, 4, "abc", 1))), "text \"abc\" 10 3 4\n");
+}
+
+TEST(NidsPacketTest, TextShorterThanItsHeadHoldsNothing) {
+  const std::string layer = NidsMaker::u2(8) + NidsMaker::u2(3) + NidsMaker::u2(1) +
+                            NidsMaker::u2(2) + NidsMaker::u2(3) +
+                            NidsMaker::vectors({{1, 2, 3, 4}});
+  EXPECT_EQ(walkOf(product(48, layer)), "text \"\" 5 2 3\nvector 0 1 2 3 4\n");
+}
+
+TEST(NidsPacketTest, LevelsThatDoNotExistAreLevel0) {
+  for (const int level : {-1, 16, 32767, -32768}) {
+    EXPECT_EQ(walkOf(product(
+                  48, NidsMaker::text(level, 1, 2, "x") + NidsMaker::winds({{level, 3, 4, 5, 6}}))),
+              "text \"x\" -90 1 2\nwind -90 3 4 5 6\n")
+        << level;
+  }
+}
+
+TEST(NidsPacketTest, VectorsWithAndWithoutValue) {
+  EXPECT_EQ(walkOf(product(48, NidsMaker::vectors({{-1, 2, 3, -4}, {5, 6, 7, 8}}) +
+                                   NidsMaker::vectors(-3, {{9, 8, 7, 6}}) + NidsMaker::vectors({}) +
+                                   NidsMaker::winds({{0, 1, 2, 3, 4}}))),
+            "vector 0 -1 2 3 -4\nvector 0 5 6 7 8\nvector -3 9 8 7 6\nwind -90 1 2 3 4\n");
+  // A length that leaves no room for the value holds no vector.
+  EXPECT_EQ(walkOf(product(48, NidsMaker::u2(10) + NidsMaker::u2(1) + NidsMaker::u2(7) +
+                                   NidsMaker::winds({{0, 1, 2, 3, 4}}))),
+            "wind -90 1 2 3 4\n");
+}
+
+TEST(NidsPacketTest, SkippingLeavesTheStreamAtTheNextPacket) {
+  Opened o(product(48, NidsMaker::vectors({{1, 2, 3, 4}, {5, 6, 7, 8}}) +
+                           NidsMaker::winds({{0, 1, 2, 3, 4}, {0, 1, 2, 3, 4}}) +
+                           NidsMaker::text(0, 0, 0, "gone") + NidsMaker::text(0, 0, 0, "here")));
+  EXPECT_EQ(o.nids.skipVector(), 0);
+  EXPECT_EQ(o.nids.readPacket(), 4);
+  EXPECT_EQ(o.nids.skipWind(), 0);
+  EXPECT_EQ(o.nids.readPacket(), 8);
+  EXPECT_EQ(o.nids.skipText(), 1);
+  EXPECT_EQ(o.nids.readPacket(), 8);
+  EXPECT_EQ(NidsWalk(o.nids).text, "text \"here\" -90 0 0\n");
+  EXPECT_EQ(o.nids.readPacket(), -1);
+}
+
+// The length is taken at its word: a packet of 15 bytes runs on to the end of the data. Deliberate.
+TEST(NidsPacketTest, WindsOfAnOddLengthRunOn) {
+  std::string layer = NidsMaker::winds({{0, 1, 2, 3, 4}, {0, 5, 6, 7, 8}});
+  layer[3] = 15;
+  Opened o(product(48, layer + NidsMaker::winds({{0, 9, 9, 9, 9}})));
+  NidsWind wind;
+  EXPECT_EQ(o.nids.readWind(wind), 1);
+  EXPECT_EQ(o.nids.readWind(wind), 1);
+  EXPECT_EQ(o.nids.readWind(wind), 1);  // the next packet's bytes
+  EXPECT_FLOAT_EQ(wind.x, 10);          // its length
+  EXPECT_EQ(o.nids.readWind(wind), -1);
+}
+
+TEST(NidsPacketTest, PacketsWithoutAReaderArePassedOver) {
+  std::string layer;
+  for (const int code : {18, 5, 6, 9, 3, 11, 12, 13, 14, 15}) {
+    // A payload that would be a text packet if it were read as one.
+    layer += NidsMaker::other(code, NidsMaker::text(1, 2, 3, "wrong"));
+  }
+  Opened o(product(58, layer + NidsMaker::text(1, 2, 3, "right")));
+  EXPECT_FALSE(o.nids.isPacketVector());
+  const NidsWalk walk(o.nids);
+  EXPECT_EQ(walk.text, "text \"right\" 5 2 3\n");
+  EXPECT_EQ(walk.packets, (std::vector<int>{18, 5, 6, 9, 3, 11, 12, 13, 14, 15, 8}));
+}
+
+TEST(NidsPacketTest, UnknownCodeEndsTheWalk) {
+  Opened o(product(58, NidsMaker::vectors({{1, 2, 3, 4}}) +
+                           NidsMaker::other(20, NidsMaker::text(1, 2, 3, "wrong"))));
+  EXPECT_EQ(o.nids.skipVector(), 0);
+  EXPECT_EQ(o.nids.readPacket(), 0);
+  EXPECT_EQ(o.nids.getPacketCode(), 20);
+  EXPECT_EQ(o.nids.readPacket(), 0);
+}
+
+/** A layer, and pages whose last ends the file. */
+NidsMaker paged() {
+  NidsMaker m = product(37, NidsMaker::raster({{1}}));
+  m.pages = {NidsMaker::text(0, 0, 1, "ONE") + NidsMaker::text(0, 0, 11, "TWO"),
+             NidsMaker::vectors(2, {{1, 2, 3, 4}})};
+  return m;
+}
+
+TEST(NidsPacketTest, PageEndsByItsLengthWithoutAnotherRead) {
+  Opened o(paged());
+  NidsFile& nids = o.nids;
+  EXPECT_EQ(nids.readRastor(), 1);
+  EXPECT_EQ(runsOf(nids).size(), 2U);
+  EXPECT_EQ(nids.readPacket(), 0);
+  EXPECT_EQ(nids.getPacketCode(), NidsFile::DIVIDER);
+  ASSERT_EQ(nids.graphic(), 1);  // its divider has been read
+  EXPECT_EQ(nids.getNumGraph(), 2);
+  ASSERT_EQ(nids.graphicLayer(), 1);
+  EXPECT_EQ(nids.readPacket(), 8);
+  EXPECT_EQ(nids.skipText(), 1);
+  EXPECT_EQ(nids.readPacket(), 8);
+  EXPECT_EQ(nids.skipText(), 1);
+  EXPECT_EQ(nids.readPacket(), 0);
+  EXPECT_EQ(nids.readPacket(), 0);
+  EXPECT_EQ(nids.graphicLayer(), 2);
+  EXPECT_EQ(nids.readPacket(), 10);
+  EXPECT_EQ(nids.skipVector(), 0);
+  EXPECT_EQ(nids.readPacket(), 0);
+  EXPECT_EQ(nids.graphicLayer(), 0);
+}
+
+TEST(NidsPacketTest, GraphicBlockIsFoundFromAnywhereAhead) {
+  Opened o(paged());
+  ASSERT_EQ(o.nids.gotoGraphic(), 1);
+  ASSERT_EQ(o.nids.graphic(), 1);
+  EXPECT_EQ(o.nids.graphicLayer(), 1);
+  EXPECT_EQ(o.nids.readPacket(), 8);
+}
+
+TEST(NidsPacketTest, GraphicBlockThatIsNotThere) {
+  NidsMaker m = product(37, NidsMaker::raster({{1}}));
+  {
+    Opened o(m);
+    EXPECT_EQ(o.nids.graphicLayer(), 0);
+    EXPECT_EQ(NidsWalk(o.nids).pages, 0);
+  }
+  const std::string whole = paged().build();
+  const size_t pages = whole.find(NidsMaker::u2(1) + NidsMaker::u2(26));
+  ASSERT_NE(pages, std::string::npos);
+  // A page number of 0 or above their count, and a block that isn't the graphic one.
+  const struct {
+    size_t at;
+    char value;
+    int found;
+  } rows[] = {{pages + 1, 0, 0},
+              {pages + 1, 3, 0},
+              {pages, '\x80', 0},
+              {pages - 7, 3, 0},
+              {pages + 1, 2, 2}};
+  for (const auto& row : rows) {
+    std::string data = whole;
+    data[row.at] = row.value;
+    const TempFile file(data);
+    NidsFile nids;
+    NidsInfo info;
+    ASSERT_EQ(nids.open(file.name()), 1);
+    ASSERT_EQ(nids.readHeader(info), 1);
+    EXPECT_EQ(NidsWalk(nids).pages, row.found) << row.at;
+  }
+  // An offset far behind the end of the file.
+  std::string far = whole;
+  const size_t offsets = 30 + 18 + 94;
+  far[offsets] = 0x7F;
+  const TempFile file(far);
+  NidsFile nids;
+  NidsInfo info;
+  ASSERT_EQ(nids.open(file.name()), 1);
+  ASSERT_EQ(nids.readHeader(info), 1);
+  ASSERT_GT(nids.getOffGraph(), 0x7F000000);
+  EXPECT_EQ(nids.gotoGraphic(), 0);
+  EXPECT_EQ(nids.graphic(), 0);
+}
+
+}  // namespace
+}  // namespace ZQV

@@ -1,0 +1,335 @@
+// Panels, labels, the colour bar and lines that wrap, read back from the metafile.
+
+#include "Plot.h"
+
+#include <cmath>
+
+#include <gtest/gtest.h>
+
+#include "EarthPoint.h"
+#include "EarthPoints.h"
+#include "GeomBox.h"
+#include "PlotAttr.h"
+#include "Point.h"
+#include "Run.h"
+#include "TempDir.h"
+#include "Zqv.h"
+
+using namespace ZQV;
+
+namespace {
+
+class PlotTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    Zqv::resrc.clear();
+    Zqv::setDatabasePath(ZQV_DATA_DIR);
+    Zqv::setMessageLevel("none");
+    use("meta," + dir.at("m") + ",sz=1.5x1");
+  }
+  void TearDown() override {
+    Zqv::resrc.clear();
+    Zqv::setMessageLevel(6);
+    Zqv::setDatabasePath("");
+  }
+  void use(const std::string& device) const {
+    Zqv::putResrc("device", device.c_str());
+    testing::internal::CaptureStdout();
+  }
+  /** The records of a plot that draw() filled. */
+  template <typename Draw>
+  std::vector<Record> drawn(Draw draw) {
+    Plot plot;
+    EXPECT_EQ(plot.open(), 1);
+    draw(plot);
+    plot.close();
+    testing::internal::GetCapturedStdout();
+    testing::internal::CaptureStdout();
+    return readMeta(dir.read("m"));
+  }
+  static Domain domain(const char* text) {
+    Domain d;
+    d.set(text);
+    return d;
+  }
+
+  TempDir dir;
+};
+
+}  // namespace
+
+TEST_F(PlotTest, FitsTheDomainIntoThePanel) {
+  drawn([](Plot& plot) {
+    plot.setPanel(domain("latlon,40,-100,41,21,1,1"));  // 2:1 on a page of 1.5 by 1
+    Rect view;
+    plot.getViewport(view);
+    EXPECT_NEAR(view.xmin, 0, 1e-6);
+    EXPECT_NEAR(view.xmax, 1.5, 1e-6);
+    EXPECT_NEAR(view.getHeight(), 0.75, 1e-6);
+    EXPECT_NEAR(view.ymin + view.ymax, 1, 1e-6);
+    float x = 0;
+    float y = 0;
+    EXPECT_EQ(plot.tranPlotWindow(0.75F, 0.5F, x, y),
+              1);  // device coordinates, the middle of the page
+    EXPECT_NEAR(y, 40, 1e-3);
+    EXPECT_EQ(plot.tranPlotWindow(1.49F, 0.5F, x, y), 1) << "the right end of a wide page";
+    // A second domain comes into the place of the first.
+    plot.setPanel(domain("latlon,10,20,11,11,1,1"));
+    Rect again;
+    plot.getViewport(again);
+    EXPECT_NEAR(again.getHeight(), 0.75, 1e-6);
+    EXPECT_NEAR(plot.getVert(), 10, 1e-6);
+  });
+}
+
+TEST_F(PlotTest, PanelsShareThePage) {
+  drawn([](Plot& plot) {
+    plot.setPanel(domain("latlon,40,-100,31,21,1,1"));
+    const struct {
+      const char* text;
+      float x, y, width, height;
+    } rows[] = {{"2x2+0+0", 0, 0.5F, 0.75F, 0.5F},
+                {"2x2+1+1", 0.75F, 0, 0.75F, 0.5F},
+                {"9x9+7+7", 1.3125F, 0, 0.1875F, 0.125F},
+                {"0.5x0.5", 0, 0, 0.75F, 0.5F}};
+    for (const auto& row : rows) {
+      EXPECT_EQ(plot.newPanel(row.text), 1) << row.text;
+      Rect view;
+      plot.getViewport(view);
+      EXPECT_GE(view.xmin, row.x - 1e-5F) << row.text;
+      EXPECT_LE(view.xmax, row.x + row.width + 1e-5F) << row.text;
+      EXPECT_GE(view.ymin, row.y + row.height * 0.04F - 1e-5F) << row.text;
+      EXPECT_LE(view.ymax, row.y + row.height * 0.96F + 1e-5F) << row.text;
+    }
+    EXPECT_EQ(plot.newPanel("nonsense"), 0);
+    for (int i = 0; i < 40; i++) {
+      plot.newPanel("2x2+0+0");  // the last panel is used again
+    }
+    EXPECT_EQ(plot.setPanel(16), 0);
+  });
+}
+
+TEST_F(PlotTest, GeometryTexts) {
+  const struct {
+    const char* text;
+    int result;
+    float width, x, y;
+  } rows[] = {{"640x480", 1, 640, Const::FMISS, Const::FMISS},
+              {"640x480+10-20", 2, 640, 10, -20},
+              {"-5+6", 3, Const::FMISS, -5, 6},
+              {"x", 0, 0, 0, 0},
+              {nullptr, 0, 0, 0, 0}};
+  for (const auto& row : rows) {
+    GeomBox box;
+    EXPECT_EQ(Plot::decodeGeometryStr(row.text, box), row.result);
+    if (row.result != 0) {
+      EXPECT_EQ(box.width, row.width);
+      EXPECT_EQ(box.x, row.x);
+      EXPECT_EQ(box.y, row.y);
+    }
+  }
+}
+
+TEST_F(PlotTest, SwitchesOfElements) {
+  Plot plot;
+  const struct {
+    const char* text;
+    const char* on;  // of the switches 0 to 9
+  } rows[] = {
+      {"", "1111111111"},         {"plot", "1000000000"},       {"-data,-text", "1010000000"},
+      {"+map,sum", "1010000000"}, {"none", "0000000000"},       {"all,-bord", "1111111110"},
+      {"text_lr", "0000000010"},  {"data,-data", "0000000000"}, {"Plot", "0000000000"}};
+  for (const auto& row : rows) {
+    plot.setDrawing(row.text);
+    for (int i = 0; i <= 9; i++) {
+      EXPECT_EQ(plot.isDrawing(i), row.on[i] == '1') << row.text << " " << i;
+    }
+  }
+  EXPECT_FALSE(plot.isDrawing(10));
+}
+
+TEST_F(PlotTest, NothingIsDrawnInOff) {
+  const std::vector<Record> records = drawn([](Plot& plot) {
+    plot.setPanel(domain("latlon,40,-100,31,21,1,1"));
+    plot.setLineColor("off");
+    EXPECT_EQ(plot.drawLine(Point(0, 35), Point(3, 40)), 0);
+    plot.setFill(PlotAttr("red"));
+    plot.setFill(PlotAttr());  // no colour at all is none
+    EXPECT_EQ(plot.drawFill(Rect(0, 35, 3, 40)), 0);
+    plot.setTextColor("nosuchcolor");
+    EXPECT_EQ(plot.drawText(0, 40, "x"), 0);
+    plot.setLineColor("#ff8000");
+    EXPECT_EQ(plot.drawLine(Point(0, 35), Point(3, 40)), 1);
+  });
+  ASSERT_EQ(records.size(), 1U);
+  EXPECT_EQ(records[0].line_color, 0xFF8000);
+}
+
+TEST_F(PlotTest, LinesAcrossTheDateLineAreDrawnTwiceAndCropped) {
+  const std::vector<Record> records = drawn([](Plot& plot) {
+    plot.setPanel(domain("latlon,0,0,361,181,1,1"));
+    plot.setLineColor("red");
+    plot.drawLine(EarthPoint(0, 170), EarthPoint(10, -170));
+    EarthPoints line;
+    line.add(0, 170);
+    line.add(0, -170);
+    line.add(0, -160);
+    EXPECT_EQ(plot.drawLine(line), 1);
+    Points fill(4);
+    fill.add(175, 0);
+    fill.add(-175, 0);
+    fill.add(-175, 10);
+    fill.add(175, 0);
+    plot.setFillColor("red");
+    const float before = fill.getX(1);
+    plot.drawFill(fill);
+    EXPECT_EQ(fill.getX(1), before) << "the caller's points stay";
+  });
+  // Two halves each; longitude x lies at (x + 180) / 360 of the page's 1.5.
+  ASSERT_EQ(records.size(), 6U);
+  EXPECT_NEAR(records[0].points[0].x, 350 / 360.0 * 1.5, 1e-4);
+  EXPECT_NEAR(records[0].points[1].x, 1.5, 1e-4) << "cropped at 180 degrees east";
+  EXPECT_NEAR(records[0].points[1].y - records[0].points[0].y, 5 / 180.0 * 0.75, 1e-4);
+  EXPECT_NEAR(records[1].points[0].x, 0, 1e-4) << "and goes on at 180 degrees west";
+  EXPECT_NEAR(records[1].points[1].x, 10 / 360.0 * 1.5, 1e-4);
+  EXPECT_NEAR(records[2].points.back().x, 1.5, 1e-4);
+  EXPECT_NEAR(records[3].points.front().x, 0, 1e-4);
+  EXPECT_NEAR(records[3].points.back().x, 20 / 360.0 * 1.5, 1e-4);
+  EXPECT_EQ(records[4].kind, 'F');
+  EXPECT_NEAR(records[4].points[1].x, 365 / 360.0 * 1.5, 1e-4);
+  EXPECT_NEAR(records[5].points[0].x, -5 / 360.0 * 1.5, 1e-4);
+}
+
+TEST_F(PlotTest, CropsLinesThatComeAndGo) {
+  Plot plot;
+  plot.setPanel(domain("latlon,0,0,361,181,1,1"));
+  const struct {
+    const char* fault;
+    std::vector<float> x;
+    std::vector<float> expected;
+  } rows[] = {
+      {"InsideStays", {0, 100, 170}, {0, 100, 170}},
+      {"LeavesAndStaysOut", {170, 190, 200}, {170, 180}},
+      {"ComesIn", {200, 190, 170}, {180, 170}},
+      {"OutAndBack", {170, 190, 200, 190, 170}, {170, 180, Const::FMISS, 180, 170}},
+      {"BackAtOnce", {170, 190, 170}, {170, 180, 170}},
+      {"NeverIn", {190, 200, 210}, {}},
+  };
+  for (const auto& row : rows) {
+    Points line;
+    for (const float x : row.x) {
+      line.add(x, x);
+    }
+    plot.cropLine(line);
+    std::vector<float> got;
+    for (int i = 0; i < line.getNum(); i++) {
+      got.push_back(line.getX(i));
+      if (line.getX(i) != Const::FMISS) {
+        EXPECT_FLOAT_EQ(line.getY(i), line.getX(i)) << row.fault << ": moved along the line";
+      }
+    }
+    EXPECT_EQ(got, row.expected) << row.fault;
+  }
+}
+
+TEST_F(PlotTest, LabelsHoldTheirPlaces) {
+  Zqv::putResrc("label", "lc:fixed %y,plain");
+  Zqv::putResrc("color_text", "white");
+  const std::vector<Record> records = drawn([](Plot& plot) {
+    plot.setPanel(domain("latlon,40,-100,31,21,1,1"));
+    Date date;
+    date.set("20040305");
+    plot.setDate(date);
+    plot.addLabel("ul", "hidden by the fixed one");
+    plot.addLabel("ur", "I");
+    plot.done();
+    plot.addLabel("ur", "I");
+    plot.done();
+    plot.drawLabels();
+  });
+  // The letter I is one upright stroke: two of them at the right, one above the other.
+  std::vector<Record> strokes;
+  for (const Record& r : records) {
+    if (r.points[0].x > 1.4) {
+      strokes.push_back(r);
+    }
+  }
+  ASSERT_EQ(strokes.size(), 2U);
+  const double top = 0.96;
+  EXPECT_GT(strokes[0].points[0].y, top);
+  EXPECT_LT(strokes[0].points[0].x, 1.485 + 1e-3) << "one percent in from the edge";
+  EXPECT_GT(std::min(strokes[1].points[0].y, strokes[1].points[1].y),
+            std::max(strokes[0].points[0].y, strokes[0].points[1].y));
+  bool below = false;
+  for (const Record& r : records) {
+    below = below || r.points[0].y < 0.04;
+    EXPECT_FALSE(r.points[0].x < 0.3 && r.points[0].y > 0.5 && r.points[0].x > 0.25)
+        << "the layer's label gives way to a fixed one";
+  }
+  EXPECT_TRUE(below) << "the fixed label below the picture";
+}
+
+TEST_F(PlotTest, LabelCodes) {
+  Plot plot;
+  Date date;
+  date.set("200403050915");
+  plot.setDate(date);
+  plot.setDataSource("KTLX");
+  const struct {
+    const char* format;
+    const char* expected;
+  } rows[] = {{"a_b%%", "a b%"},         {"%Y %y %m %b %d %h %n", "2004 04 03 MAR 05 09 15"},
+              {"%D", "0915Z  5 MAR 04"}, {"%f%F.", "."},
+              {"%q %", "%q %"},          {"%s%n%n", "%s1515"}};
+  for (const auto& row : rows) {
+    String out;
+    plot.formatLabel(row.format, out);
+    EXPECT_STREQ(out.get(), row.expected);
+  }
+  String out;
+  plot.formatLabel(std::string(300, 'x').c_str(), out);
+  EXPECT_EQ(out.getLength(), 99);
+  int stored = 0;
+  for (int i = 0; i < 40; i++) {
+    stored += plot.addLabel("ul", "x");
+  }
+  EXPECT_EQ(stored, 30);
+}
+
+TEST_F(PlotTest, ColourBarShowsItsClasses) {
+  const auto barOf = [&](const char* fill_text, const Range& range, const char* param) {
+    std::vector<Record> fills;
+    for (const Record& r : drawn([&](Plot& plot) {
+           plot.setPanel(domain("latlon,40,-100,31,21,1,1"));
+           plot.setParam(param);
+           ColorFill fill;
+           fill.set(plot.getColorMap(), fill_text);
+           if (!fill.areValuesSet()) {
+             fill.setBase(0);
+             fill.setInterval(10);
+           }
+           plot.setBar(fill, range);
+           plot.drawBar();
+         })) {
+      if (r.kind == 'F') {
+        fills.push_back(r);
+      }
+    }
+    return fills;
+  };
+  std::vector<Record> boxes = barOf("-100:off,0:blue,10:red", Range(), nullptr);
+  ASSERT_EQ(boxes.size(), 2U) << "the class that is off has no box";
+  // A picture of 1.38 by 0.92 on the page of 1.5 by 1: the bar from 3 % to the middle, in the strip
+  // below.
+  const double left = 0.06 + 1.38 * 0.03;
+  const double width = (0.06 + 0.69 - left) / 3;
+  EXPECT_NEAR(boxes[0].points[0].x, left + width, 1e-4);
+  EXPECT_NEAR(boxes[1].points[2].x, left + 3 * width, 1e-4);
+  EXPECT_NEAR(boxes[0].points[1].y, 0.04 - 0.15 * 0.04, 1e-4);
+  EXPECT_NEAR(boxes[0].points[0].y, 0.04 - (0.15 + 0.85 / 2) * 0.04, 1e-4);
+  EXPECT_EQ(barOf("-100:off,0:blue,10:red,20:green", Range(0, 12), nullptr).size(), 2U);
+  EXPECT_EQ(barOf("blue,red", Range(0, 50), nullptr).size(), 5U) << "a cycle over the range";
+  boxes = barOf("blue,red", Range(), "bar=lo=ur");
+  ASSERT_EQ(boxes.size(), 2U);
+  EXPECT_EQ(boxes[1].points[2].x, 0) << "another corner has no layout";
+}

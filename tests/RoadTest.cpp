@@ -1,0 +1,459 @@
+// The whole road: a generated product in, the metafile out, places and colours checked against the
+// geometry of the radar worked out here on its own.
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include <gtest/gtest.h>
+
+#include "NidsMaker.h"
+#include "Run.h"
+#include "TempDir.h"
+
+using namespace ZQV;
+
+namespace {
+
+constexpr double rad = 3.14159265358979 / 180;
+constexpr double earth = 63.7122;  // 100 km
+constexpr double lat = 35.333;
+constexpr double lon = -97.278;
+// A product's plane: polar stereographic, true at 60 degrees north, its y axis along the radar's
+// meridian.
+const double stereo = earth * (1 + std::sin(60 * rad));
+const double map_factor = 1.866 / (1 + std::sin(lat * rad));
+const double radar_y = -stereo * std::tan((90 - lat) / 2 * rad);
+
+using Place = Record::Place;
+
+/** The picture of a product of cells by cells, each cell_km wide, widened to 3:2, on the square
+ * page of a metafile. */
+struct OwnPage {
+  explicit OwnPage(int cells, double cell_km, bool widened = true)
+      : cell(map_factor * cell_km / 100), ny(cells), nx(widened ? cells * 3 / 2 + 1 : cells) {
+    const double aspect = (nx - 1.0) / (ny - 1.0);
+    const double high = 0.92;  // the strips for labels take four percent each
+    height = aspect * high >= 1 ? 1 / aspect : high;
+  }
+  /** Place on the page of a place on the product's plane, from the radar. */
+  [[nodiscard]] Place at(double x, double y) const {
+    const double scale = height / ((ny - 1) * cell);
+    return {0.5 + x * scale, 0.5 + y * scale};
+  }
+  /** Corner of a bin: azimuth in degrees, distance in bins. */
+  [[nodiscard]] Place bin(double azimuth, double bins) const {
+    return at(bins * cell * std::sin(azimuth * rad), bins * cell * std::cos(azimuth * rad));
+  }
+
+  double cell;
+  int ny;
+  int nx;
+  double height = 0;
+};
+
+/** Earth position of a place on the product's plane, from the radar. */
+Place earthOf(double x, double y) {
+  const double py = radar_y + y;
+  const double r = std::hypot(x, py);
+  return {lon + std::atan2(x, -py) / rad, 90 - 2 * std::atan(r / stereo) / rad};
+}
+
+std::map<std::string, int> colors() {
+  std::map<std::string, int> map;
+  std::ifstream file(ZQV_DATA_DIR "/rad.clr");
+  std::string line;
+  while (std::getline(file, line)) {
+    std::istringstream words(line);
+    std::string name;
+    std::string first;
+    words >> name >> first;
+    if (name.empty() || name[0] == '#') {
+      continue;
+    }
+    if (!first.empty() && first[0] == '#') {
+      map[name] = std::stoi(first.substr(1), nullptr, 16);
+    } else if (!first.empty()) {
+      double g = 0;
+      double b = 0;
+      words >> g >> b;
+      const auto channel = [](double v) { return static_cast<int>(v * 255); };
+      map[name] = channel(std::stod(first)) << 16 | channel(g) << 8 | channel(b);
+    }
+  }
+  return map;
+}
+
+/** Runs products through the program. */
+class RoadTest : public testing::Test {
+ protected:
+  /** @return the drawing records */
+  std::vector<Record> draw(const NidsMaker& maker, const std::string& args = "") {
+    dir.write("a.nids", maker.build());
+    run = runScopeview(dir, "-in nids a.nids -de meta,a.meta " + args);
+    EXPECT_EQ(run.status, 0);
+    return readMeta(dir.read("a.meta"));
+  }
+  /** The fills of the product: those of the colour bar lie below the picture. */
+  static std::vector<Record> bins(const std::vector<Record>& records, double bottom) {
+    std::vector<Record> list;
+    for (const Record& r : records) {
+      if (r.kind == 'F' && std::any_of(r.points.begin(), r.points.end(),
+                                       [&](const Place& p) { return p.y >= bottom - 1e-6; })) {
+        list.push_back(r);
+      }
+    }
+    return list;
+  }
+  static double bottomOf(const OwnPage& page) { return 0.5 - page.height / 2; }
+  static void expectPlaces(const Record& record, const std::vector<Place>& expected,
+                           double tolerance, const std::string& what) {
+    ASSERT_EQ(record.points.size(), expected.size()) << what;
+    for (size_t i = 0; i < expected.size(); i++) {
+      EXPECT_NEAR(record.points[i].x, expected[i].x, tolerance) << what << " x of corner " << i;
+      EXPECT_NEAR(record.points[i].y, expected[i].y, tolerance) << what << " y of corner " << i;
+    }
+  }
+
+  TempDir dir;
+  ProgramRun run;
+  std::map<std::string, int> color = colors();
+};
+
+NidsMaker radialProduct() {
+  NidsMaker maker;
+  std::vector<int> levels(230, 0);
+  levels[0] = 1;
+  levels[10] = levels[11] = 9;
+  levels[229] = 15;
+  std::vector<int> other(230, 0);
+  other[100] = 4;
+  maker.layers = {NidsMaker::radials({{0, 1, levels}, {90, 1, other}, {211.5, 1.1, levels}})};
+  return maker;
+}
+
+constexpr double close_radial = 0.01;  // degrees added to a radial's width
+
+}  // namespace
+
+TEST_F(RoadTest, RadialBinsLieWhereAzimuthAndRangePutThem) {
+  const OwnPage page(461, 1);
+  const std::vector<Record> drawn = bins(draw(radialProduct()), bottomOf(page));
+  ASSERT_EQ(drawn.size(), 9U);
+  const struct {
+    double az;
+    double width;
+    int bin;
+    const char* color;
+  } expected[] = {{0, 1, 0, "blue"},       {0, 1, 10, "red"},       {0, 1, 11, "red"},
+                  {0, 1, 229, "white"},    {90, 1, 100, "lcyan"},   {211.5, 1.1, 0, "blue"},
+                  {211.5, 1.1, 10, "red"}, {211.5, 1.1, 11, "red"}, {211.5, 1.1, 229, "white"}};
+  for (size_t i = 0; i < drawn.size(); i++) {
+    const auto& e = expected[i];
+    const double az1 = e.az + e.width + close_radial;
+    expectPlaces(drawn[i],
+                 {page.bin(e.az, e.bin), page.bin(e.az, e.bin + 1), page.bin(az1, e.bin + 1),
+                  page.bin(az1, e.bin), page.bin(e.az, e.bin)},
+                 2e-6, "bin " + std::to_string(i));
+    EXPECT_EQ(drawn[i].fill_color, color[e.color]) << i;
+  }
+}
+
+TEST_F(RoadTest, DigitalBinsTakeTheColourOfTheirValue) {
+  NidsMaker maker;
+  maker.code = 94;
+  maker.level_words = {-320, 5, 254};  // value = level / 2 - 32
+  std::vector<int> levels(460, 0);
+  levels[5] = 1;     // range folded
+  levels[6] = 73;    // 4.5 dBZ
+  levels[7] = 74;    // 5
+  levels[8] = 133;   // 34.5
+  levels[9] = 134;   // 35
+  levels[10] = 255;  // 95.5
+  maker.layers = {NidsMaker::digital({{45, 1, levels}})};
+  const OwnPage page(921, 1);
+  const std::vector<Record> drawn = bins(draw(maker), bottomOf(page));
+  ASSERT_EQ(drawn.size(), 4U);
+  const char* expected[] = {"blue", "lgreen", "brown", "white"};
+  for (int i = 0; i < 4; i++) {
+    const Record& r = drawn[static_cast<size_t>(i)];
+    EXPECT_EQ(r.fill_color, color[expected[i]]) << i;
+    const Place near = page.bin(45, 7 + i);
+    EXPECT_NEAR(r.points[0].x, near.x, 2e-6);
+    EXPECT_NEAR(r.points[0].y, near.y, 2e-6);
+  }
+}
+
+TEST_F(RoadTest, CompressedFormsGiveTheSamePicture) {
+  NidsMaker maker = radialProduct();
+  draw(maker);
+  const std::string plain = dir.read("a.meta");
+  const auto body = [](const std::string& text) { return text.substr(text.find("#Begin plot")); };
+  const struct {
+    NidsMaker::Envelope envelope;
+    NidsMaker::Packing packing;
+  } forms[] = {{NidsMaker::BARE, NidsMaker::PLAIN},
+               {NidsMaker::START_LINE, NidsMaker::PLAIN},
+               {NidsMaker::STARS, NidsMaker::ZLIB},
+               {NidsMaker::HEADING, NidsMaker::ZLIB},
+               {NidsMaker::START_LINE, NidsMaker::BZIP2}};
+  for (const auto& form : forms) {
+    maker.envelope = form.envelope;
+    maker.packing = form.packing;
+    maker.trailer = form.packing != NidsMaker::PLAIN;
+    draw(maker);
+    EXPECT_EQ(body(dir.read("a.meta")), body(plain)) << form.envelope << " " << form.packing;
+  }
+}
+
+TEST_F(RoadTest, RasterCellsCountFromTheUpperLeftCorner) {
+  NidsMaker maker;
+  maker.code = 41;
+  NidsMaker::Rows rows(116, std::vector<int>(116, 0));
+  rows[0][0] = 3;
+  rows[57][58] = 5;
+  rows[115][115] = 7;
+  maker.layers = {NidsMaker::raster(rows)};
+  const OwnPage page(117, 4);
+  const std::vector<Record> drawn = bins(draw(maker), bottomOf(page));
+  ASSERT_EQ(drawn.size(), 3U);
+  const int cells[][3] = {{0, 0, 3}, {57, 58, 5}, {115, 115, 7}};
+  const char* names[] = {"cyan", "green", "brown"};
+  for (size_t i = 0; i < 3; i++) {
+    // The image has 116 cells on 115 spacings: its corner lies 57.5 cells from the radar.
+    const double x = (cells[i][1] - 57.5) * page.cell;
+    const double y = (57.5 - cells[i][0]) * page.cell;
+    expectPlaces(drawn[i],
+                 {page.at(x, y), page.at(x + page.cell, y), page.at(x + page.cell, y - page.cell),
+                  page.at(x, y - page.cell), page.at(x, y)},
+                 3e-6, "cell " + std::to_string(i));
+    EXPECT_EQ(drawn[i].fill_color, color[names[i]]) << i;
+  }
+}
+
+TEST_F(RoadTest, PrecipitationArrayIsLogarithmic) {
+  NidsMaker maker;
+  maker.code = 81;
+  maker.level_words = {-6000, 125, 254};  // dBA from -6 in steps of an eighth
+  NidsMaker::Rows rows(131, std::vector<int>(131, 255));
+  rows[65][65] = 0;    // 10^-0.6 / 100 in: below the first class
+  rows[65][66] = 128;  // 10 dBA = 0.1 in, on the boundary of "lblue"
+  rows[65][67] = 240;  // 24 dBA = 2.51 in
+  maker.layers = {NidsMaker::array(rows)};
+  const std::vector<Record> records = draw(maker);
+  std::vector<int> fills;
+  for (const Record& r : records) {
+    if (r.kind == 'F' && r.points[0].y > 0.2) {
+      fills.push_back(r.fill_color);
+    }
+  }
+  ASSERT_EQ(fills.size(), 2U);
+  EXPECT_TRUE(fills[0] == color["lblue"] || fills[0] == color["blue"]);
+  EXPECT_EQ(fills[1], color["magenta"]);
+}
+
+TEST_F(RoadTest, ReprojectedCornersGoThroughTheEarth) {
+  const struct {
+    const char* domain;
+    Place (*expected)(const Place&);
+    double tolerance;
+  } rows[] = {
+      // A square of 8 degrees by 6 on the page, 0.92 high: 8 degrees take 1, 6 take 0.75.
+      {"ll,35,-97,81,61,.1,.1",
+       [](const Place& e) {
+         return Place{0.5 + (e.x + 97) / 8, 0.5 + (e.y - 35) / 8};
+       },
+       4e-6},
+      {"or:35:-97,35,-97,81,61,.1,.1",
+       [](const Place& e) {
+         const double d = (e.x + 97) * rad;
+         const double x = earth * std::cos(e.y * rad) * std::sin(d);
+         const double y = earth * (std::cos(35 * rad) * std::sin(e.y * rad) -
+                                   std::sin(35 * rad) * std::cos(e.y * rad) * std::cos(d));
+         return Place{0.5 + x / 8, 0.5 + y / 8};
+       },
+       4e-6},
+  };
+  const double cell = map_factor / 100;
+  for (const auto& row : rows) {
+    const std::vector<Record> records = draw(radialProduct(), std::string("-pd ") + row.domain);
+    const std::vector<Record> drawn = bins(records, 0.126);
+    ASSERT_EQ(drawn.size(), 9U) << row.domain;
+    const auto corner = [&](double az, double bins) {
+      return row.expected(
+          earthOf(bins * cell * std::sin(az * rad), bins * cell * std::cos(az * rad)));
+    };
+    const double az1 = 91 + close_radial;
+    expectPlaces(
+        drawn[4],
+        {corner(90, 100), corner(90, 101), corner(az1, 101), corner(az1, 100), corner(90, 100)},
+        row.tolerance, row.domain);
+    const double az2 = 211.5 + 1.1 + close_radial;
+    expectPlaces(drawn[8],
+                 {corner(211.5, 229), corner(211.5, 230), corner(az2, 230), corner(az2, 229),
+                  corner(211.5, 229)},
+                 row.tolerance, row.domain);
+  }
+}
+
+TEST_F(RoadTest, ProfileOfVectorsBarbsAndText) {
+  NidsMaker maker;
+  maker.code = 48;
+  maker.level_words = {0, 4, 8, 12, 16};
+  maker.layers = {NidsMaker::vectors(0, {{10, 20, 110, 20}}) +
+                  NidsMaker::winds({{1, 100, 200, 90, 50}, {9, 100, 300, 0, 10}}) +
+                  NidsMaker::text(0, 50, 400, "ND")};
+  const std::vector<Record> records = draw(maker);
+  // 512 pixels in the square of 0.92, x from the left and y down from the top, about pixel 255,
+  // which is half a pixel off the middle: deliberate.
+  const auto place = [](double x, double y) {
+    const double scale = 0.92 / 511;
+    return Place{0.04 + (x + 0.5) * scale, 0.96 - (y + 0.5) * scale};
+  };
+  const auto hasLine = [&](const Place& a, const Place& b, int line_color) {
+    return std::any_of(records.begin(), records.end(), [&](const Record& r) {
+      return r.kind == 'L' && r.points.size() == 2 &&
+             std::hypot(r.points[0].x - a.x, r.points[0].y - a.y) < 1e-5 &&
+             std::hypot(r.points[1].x - b.x, r.points[1].y - b.y) < 1e-5 &&
+             r.line_color == line_color;
+    });
+  };
+  EXPECT_TRUE(hasLine(place(10, 20), place(110, 20), color["red"])) << "the grid line";
+  // A wind from the east has its staff to the right, 20 pixels long; level 1 is 4 kt, the second
+  // class.
+  EXPECT_TRUE(hasLine(place(100, 200), place(120, 200), color["lcyan"])) << "the staff";
+  const auto pennant = std::find_if(records.begin(), records.end(), [](const Record& r) {
+    return r.kind == 'F' && r.points.size() == 4;
+  });
+  ASSERT_NE(pennant, records.end());
+  EXPECT_NEAR(pennant->points[0].x, place(120, 200).x, 1e-5);
+  EXPECT_NEAR(pennant->points[1].y, place(120, 210).y, 1e-5)
+      << "pennants point to the right of the flow";
+  EXPECT_TRUE(hasLine(place(100, 300), place(100, 280), color["lblue"]))
+      << "a level out of range counts as 0";
+}
+
+TEST_F(RoadTest, BlankingAroundTheRadar) {
+  NidsMaker maker;
+  std::vector<int> ones(230, 5);  // 20 dBZ, one run of 15 after the other
+  maker.layers = {NidsMaker::radials({{0, 1, ones}})};
+  const double bottom = bottomOf(OwnPage(461, 1));
+  const auto count = [&](const std::string& args) {
+    return bins(draw(maker, args), bottom).size();
+  };
+  EXPECT_EQ(count(""), 230U);
+  // Runs of 15: the run that the radius cuts stays blank to its end, deliberately.
+  EXPECT_EQ(count("-pa clutter"), 200U);
+  EXPECT_EQ(count("-pa clutter=31"), 185U);
+  EXPECT_EQ(count("-pa clutter=30,noclutter"), 230U);
+  // 40 - bin * 40 / 80 falls below 20 behind bin 40, at the end of whose run the rest begins.
+  EXPECT_EQ(count("-pa ramp=40:80"), 185U);
+  EXPECT_EQ(count("-pa data"), 0U);
+  EXPECT_EQ(count("-dr=-plot"), 0U);
+}
+
+TEST_F(RoadTest, RasterBlankingCountsKilometres) {
+  NidsMaker maker;
+  maker.code = 41;
+  maker.layers = {NidsMaker::raster(NidsMaker::Rows(116, std::vector<int>(116, 5)))};
+  const OwnPage page(117, 4);
+  const size_t all = bins(draw(maker), bottomOf(page)).size();
+  EXPECT_EQ(all, 116U * 116U);
+  const size_t left = bins(draw(maker, "-pa clutter=50"), bottomOf(page)).size();
+  // A disc of 50 km of the plane in cells of 4 km: some 490 / map factor squared, and the rest of
+  // each run.
+  EXPECT_LT(left, all - 200);
+  EXPECT_GT(left, all - 1200);
+}
+
+TEST_F(RoadTest, SiteMarkAndRings) {
+  const OwnPage page(461, 1);
+  const std::vector<Record> records = draw(radialProduct(), "-pa site,dist=100:0:200 -cod yellow");
+  std::vector<Record> circles;
+  std::copy_if(records.begin(), records.end(), std::back_inserter(circles),
+               [](const Record& r) { return r.kind == 'L' && r.points.size() == 73; });
+  ASSERT_EQ(circles.size(), 2U);
+  const double deg = 100 / 111.195;  // 100 km north of the radar
+  const double y = -stereo * std::tan((90 - lat - deg) / 2 * rad) - radar_y;
+  const Place north = page.at(0, y);
+  EXPECT_NEAR(circles[0].points[0].x, north.x, 3e-6);
+  EXPECT_NEAR(circles[0].points[0].y, north.y, 3e-6);
+  EXPECT_EQ(circles[0].line_color, color["yellow"]);
+  const bool marked = std::any_of(records.begin(), records.end(), [](const Record& r) {
+    return r.kind == 'L' && r.points.size() == 2 && std::fabs(r.points[0].y - 0.5) < 1e-5 &&
+           std::fabs(r.points[0].x + r.points[1].x - 1) < 1e-5;
+  });
+  EXPECT_TRUE(marked);
+}
+
+TEST_F(RoadTest, BrokenProductsEndCalmly) {
+  NidsMaker maker = radialProduct();
+  maker.layers.push_back(NidsMaker::winds({{1, 2, 3, 4, 5}}));
+  for (const auto packing : {NidsMaker::PLAIN, NidsMaker::ZLIB, NidsMaker::BZIP2_BEHIND}) {
+    maker.packing = packing;
+    maker.code = packing == NidsMaker::BZIP2_BEHIND ? 94 : 19;
+    const std::string whole = maker.build();
+    for (size_t n = 0; n < whole.size(); n += 97) {
+      dir.write("cut.nids", whole.substr(0, n));
+      const ProgramRun cut = runScopeview(dir, "-in nids cut.nids -de meta,cut.meta -me error");
+      ASSERT_EQ(cut.status, 0) << n;
+      EXPECT_NE(dir.read("cut.meta").find("#End of plot"), std::string::npos) << n;
+    }
+  }
+  const ProgramRun none = runScopeview(dir, "-in nids none.nids -de meta,none.meta");
+  EXPECT_EQ(none.status, 0);
+  EXPECT_EQ(none.err, "NidsPlot: Unable to open file: none.nids\n");
+}
+
+TEST_F(RoadTest, ReadsOtherInputsAndDevicesLater) {
+  ProgramRun later = runScopeview(dir, "-in img x.gif -de meta,m.meta");
+  EXPECT_NE(later.err.find("input type img is not available"), std::string::npos);
+  EXPECT_EQ(later.status, 0);
+  later = runScopeview(dir, "-in nids none.nids");
+  EXPECT_EQ(later.status, 0);
+  EXPECT_NE(later.err.find("display is not available"), std::string::npos);
+}
+
+TEST_F(RoadTest, HelpListsEveryOptionAndEnds) {
+  const ProgramRun help = runScopeview(dir, "-h");
+  EXPECT_EQ(help.status, 0);
+  EXPECT_EQ(help.out.substr(0, help.out.find("Keyed")),
+            "scopeview: This program displays NIDS radar data\n"
+            "scopeview syntax (version:6.65-LINUX-X11)\n   scopeview [options...]\n");
+  EXPECT_NE(help.out.find("\n -h           Print help\n -it          Run in interactive mode\n"),
+            std::string::npos);
+  EXPECT_NE(help.out.find("Positional options...\n filenames... Filenames\n"), std::string::npos);
+  EXPECT_EQ(runScopeview(dir, "-h -me none").out, "");
+  EXPECT_EQ(runScopeview(dir, "-it", "").status, 0);
+}
+
+TEST_F(RoadTest, LoopsOverFilesOfADataTree) {
+  NidsMaker maker = radialProduct();
+  const std::string tree = dir.at("data/nids/TLX/N0R/TLX_N0R_20210505_");
+  for (const char* time : {"1600", "1620", "1640", "1700"}) {
+    dir.write(std::string("data/nids/TLX/N0R/TLX_N0R_20210505_") + time + ".nids", maker.build());
+  }
+  const std::string args = "-in nids -dp '" + dir.at("data") + "' -id TLX -ty N0R -de meta,a.meta ";
+  const auto files = [&](const std::string& more) {
+    const ProgramRun loop = runScopeview(dir, args + more, "zqvcurtime='#202105051705'");
+    EXPECT_EQ(loop.status, 0);
+    std::vector<std::string> names;
+    std::istringstream lines(loop.out);
+    std::string line;
+    while (std::getline(lines, line)) {
+      const size_t at = line.find("TLX_N0R_20210505_");
+      if (at != std::string::npos) {
+        names.push_back(line.substr(at + 17, 4));
+      }
+    }
+    return names;
+  };
+  using Names = std::vector<std::string>;
+  EXPECT_EQ(files(""), (Names{"1700"}));
+  EXPECT_EQ(files("-pa nf=4,linc=20"), (Names{"1600", "1620", "1640", "1700"}));
+  // Frames every ten minutes look back up to twelve hours, so every other one finds the file drawn
+  // before.
+  EXPECT_EQ(files("-pa nf=7,linc=10"), (Names{"1600", "1620", "1640", "1700"}));
+  EXPECT_EQ(files("-cu '#202105051640'"), (Names{"1640"}));
+  EXPECT_EQ(files("-pa fi=@" + tree + "1620.nids"), (Names{"1620"}));
+}

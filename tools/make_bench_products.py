@@ -1,0 +1,102 @@
+#!/usr/bin/env python3
+"""Makes the products that scripts/bench.sh draws, into the directory given.
+
+    make_bench_products.py DIR
+
+Each is filled to about half with echoes, as a widespread storm would be: a 16-level radial, a 256-level radial of 720
+by 1840, a 16-level raster, and a wind profile.
+"""
+import bz2
+import math
+import os
+import struct
+import sys
+
+
+def u2(v):
+    return struct.pack(">H", v & 0xFFFF)
+
+
+def u4(v):
+    return struct.pack(">I", v & 0xFFFFFFFF)
+
+
+def product(code, words, symbology, compress=False):
+    """The file: a bulletin heading, the message header, the description block, the symbology."""
+    layer = u2(0xFFFF) + u4(len(symbology)) + symbology
+    block = u2(0xFFFF) + u2(1) + u4(len(layer) + 10) + u2(1) + layer
+    if compress:
+        block = bz2.compress(block)
+    words = (words + [0] * 16)[:16]
+    desc = u2(0xFFFF) + u4(35333) + u4(-97278) + u2(1277) + u2(code) + u2(2) + u2(212) + u2(1) + u2(1)
+    desc += u2(18752) + u4(60000) + u2(18752) + u4(60020) + u2(0) * 3 + u2(5)
+    desc += b"".join(u2(w) for w in words) + u2(55) + u2(0) * 7 + u4(60) + u4(0) + u4(0)
+    head = u2(code) + u2(18752) + u4(60000) + u4(18 + len(desc) + len(block)) + u2(302) + u2(0) + u2(3)
+    return b"SDUS54 KTLX 051640\r\r\nN0RTLX\r\r\n" + head + desc + block
+
+
+def echo(x, y):
+    """Intensity of a made-up storm from 0 to 1 at a place in fractions of the range."""
+    return max(0.0, 0.5 * math.sin(5 * x + 2 * math.sin(3 * y)) * math.cos(4 * y - x) + 0.25)
+
+
+def runs(levels):
+    out = bytearray()
+    i = 0
+    while i < len(levels):
+        n = 1
+        while n < 15 and i + n < len(levels) and levels[i + n] == levels[i]:
+            n += 1
+        out.append(n << 4 | levels[i])
+        i += n
+    return bytes(out)
+
+
+def radials(nrad, nbin, levels, digital):
+    out = u2(16 if digital else 0xAF1F) + u2(0) + u2(nbin) + u2(0) + u2(0) + u2(1000) + u2(nrad)
+    for r in range(nrad):
+        angle = 2 * math.pi * r / nrad
+        row = [levels(echo(b / nbin * math.sin(angle), b / nbin * math.cos(angle))) for b in range(nbin)]
+        data = bytes(row) if digital else runs(row)
+        if len(data) % 2:
+            data += b"\0"
+        step = 3600 // nrad
+        out += u2(len(data) if digital else len(data) // 2) + u2(r * step) + u2(step) + data
+    return out
+
+
+def raster(n, levels):
+    out = u2(0xBA0F) + u2(0x8000) + u2(0x00C0) + u2(0) + u2(0) + u2(1) + u2(0) + u2(1) + u2(0) + u2(n) + u2(2)
+    for j in range(n):
+        row = runs([levels(echo(2 * i / n - 1, 2 * j / n - 1)) for i in range(n)])
+        out += u2(len(row)) + row
+    return out
+
+
+def profile():
+    grid = [(50, y, 500, y) for y in range(20, 500, 16)]
+    out = u2(10) + u2(8 * len(grid) + 2) + u2(0) + b"".join(u2(v) for line in grid for v in line)
+    barbs = [(1 + i % 5, 80 + 40 * i, y, 180 + 5 * i + y // 4, 10 + y // 6) for i in range(11) for y in range(30, 490, 16)]
+    out += u2(4) + u2(10 * len(barbs)) + b"".join(u2(v) for barb in barbs for v in barb)
+    for k, y in enumerate(range(20, 500, 16)):
+        text = b"%3d" % (50 - k)
+        out += u2(8) + u2(len(text) + 6) + u2(0) + u2(10) + u2(y) + text
+    return out
+
+
+def main():
+    where = sys.argv[1]
+    dbz = [0x8002] + list(range(5, 80, 5))
+    files = {
+        "radial16": product(19, dbz, radials(360, 230, lambda v: min(15, int(v * 20)), False)),
+        "radial256": product(94, [0xFEC0, 5, 254],
+                             radials(720, 1840, lambda v: min(255, int(v * 240)) if v > 0 else 0, True), True),
+        "raster": product(37, dbz, raster(464, lambda v: min(15, int(v * 20)))),
+        "profile": product(48, [0, 4, 8, 12, 16], profile()),
+    }
+    for name, data in files.items():
+        with open(os.path.join(where, name + ".nids"), "wb") as file:
+            file.write(data)
+
+
+main()
