@@ -344,7 +344,7 @@ int Domain::inversePstereo(double x, double y, double& lat, double& lon) {
     setupPstereo();
   }
   const double theta = x == 0 && y == 0 ? 0 : RDC * std::atan2(x, scale * y);
-  lat = (-90 + RDC * 2 * std::atan(std::hypot(x, y) / xfactor)) * scale;
+  lat = (-90 + RDC * 2 * std::atan(std::sqrt(x * x + y * y) / xfactor)) * scale;
   lon = theta + plon;
   return 1;
 }
@@ -474,7 +474,7 @@ int Domain::inverseLamb(double x, double y, double& lat, double& lon) {
     setupLamb();
   }
   const double theta = x == 0 && y == 0 ? 0 : RDC * std::atan2(x, -scale * y);
-  const double q = std::pow(std::hypot(x, y) / (mult * R), 1.0 / xfactor);
+  const double q = std::pow(std::sqrt(x * x + y * y) / (mult * R), 1.0 / xfactor);
   lat = scale * 90.0 - 2.0 * scale * RDC * std::atan(q);
   lon = theta / xfactor + plon;
   return 1;
@@ -1175,7 +1175,11 @@ double Domain::getPeriod(double y) const {
   } else if (proj == MOLL) {
     w = 4 * std::sqrt(R_SQUARED - y * y);
   } else if (proj == LAMB && xfactor != Const::FMISS && xfactor <= 0.5F) {
-    w = std::tan(PI * xfactor) * (-2 * y);
+    if (cone != xfactor) {
+      cone = xfactor;
+      cone_period = -2 * std::tan(PI * xfactor);
+    }
+    w = cone_period * y;
   }
   w = std::abs(w);  // on the southern cone y is above 0
   return isSane(w) ? w : 0;
@@ -1213,6 +1217,18 @@ bool firstSet(const Points& pts, Point& p) {
 int Domain::wrapLine(const Point& p1, Point& p2) const {
   const double w = p1.isSet() && p2.isSet() ? getPeriod(p1.y) : 0;
   return w == 0 ? 0 : wrapTo(w, p1, p2);
+}
+
+bool Domain::wraps(const Points& pts) const {
+  Point first;
+  const double w = firstSet(pts, first) ? getPeriod(first.y) : 0;
+  const float* x = pts.xs();
+  for (int i = 1; w != 0 && i < pts.getNum(); i++) {
+    if (std::abs(static_cast<double>(x[i]) - x[i - 1]) > w / 4) {
+      return true;
+    }
+  }
+  return false;
 }
 
 int Domain::wrapLine(Points& pts) const {

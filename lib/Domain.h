@@ -152,6 +152,8 @@ class Domain : public DomainVal {
   /** Moves p2 by a period if the line would cross the map the long way. @return 1 moved right, -1
    * moved left, 0 */
   int wrapLine(const Point& p1, Point& p2) const;
+  /** wrapLine may have to move a point of this line. */
+  [[nodiscard]] bool wraps(const Points& pts) const;
   /** The same along a line. @return the sign of the first move */
   int wrapLine(Points& pts) const;
   /** Moves a wrapped line to where its other part shows. @param sign  what wrapLine gave
@@ -222,6 +224,9 @@ class Domain : public DomainVal {
   float origin_lat = Const::FMISS;
   double sin_origin = 0;
   double cos_origin = 0;
+  /** Period of LAMB over its y, for the cone that xfactor states. */
+  mutable float cone = Const::FMISS;
+  mutable double cone_period = 0;
 };
 
 }  // namespace ZQV

@@ -126,12 +126,13 @@ int Figure::setForeTime(const char* text) {
   if (std::sscanf(text, "%9d-%9d/%9d", &first, &last, &step) != 3) {
     return ftime.copy(text);
   }
-  if (step <= 0) {
-    last = first;  // a step that goes nowhere gives the first time alone
-  }
   std::string list;
-  for (int i = 0; i < max_frames && first + i * static_cast<long>(step) <= last; i++) {
-    list += (i > 0 ? "," : "") + std::to_string(first + i * static_cast<long>(step));
+  long hour = first;
+  for (int i = 0; i < max_frames && hour <= last; i++, hour += step) {
+    list += (i > 0 ? "," : "") + std::to_string(hour);
+    if (step <= 0) {
+      break;  // a step that goes nowhere gives the first time alone
+    }
   }
   return ftime.append(
       list.c_str());  // to what an earlier call left, without a separator: deliberate

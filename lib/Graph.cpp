@@ -635,11 +635,9 @@ void Graph::addPlot(float x, float y) {
 
 void Graph::toPlot(const Points& points) {
   const GTran& t = current();
-  const int n = points.getNum();
-  const float* px = points.xs();
-  const float* py = points.ys();
-  pts.clear();
-  for (int i = 0; i < n; i++) pts.add(t.tranWindowPlotX(px[i]), t.tranWindowPlotY(py[i]));
+  pts.transform(
+      points, [&t](float x) { return t.tranWindowPlotX(x); },
+      [&t](float y) { return t.tranWindowPlotY(y); });
 }
 
 int Graph::drawLine(float x1, float y1, float x2, float y2) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <utility>
+#include <vector>
 
 #include "CityTool.h"
 #include "ColorFile.h"
@@ -91,6 +93,30 @@ struct NidsPlot::Painter {
     }
     return p;
   }
+
+  /** Corners along one edge of a row of cells, in the plot's plane, each worked out when it is
+   * first asked for. */
+  class RowEdge {
+   public:
+    void forget() { known.assign(known.size(), false); }
+    const Point& find(Painter& painter, int column, float x, float y) {
+      const auto at = static_cast<size_t>(column);
+      if (at >= corners.size()) {
+        corners.resize(at + growth);
+        known.resize(at + growth, false);
+      }
+      if (!known[at]) {
+        corners[at] = painter.toPlot(x, y);
+        known[at] = true;
+      }
+      return corners[at];
+    }
+
+   private:
+    static constexpr size_t growth = 512;
+    std::vector<Point> corners;
+    std::vector<bool> known;
+  };
 
   /** Fills the polygon of four corners, each already in the plot's plane. */
   void fillCorners(const Point& a, const Point& b, const Point& c, const Point& d) {
@@ -570,28 +596,28 @@ void NidsPlot::drawRastors(Painter& painter) {
   const float x0 = c.x - static_cast<float>(info.nx - 1) / 2 * cell;
   float y = c.y + static_cast<float>(info.ny - 1) / 2 * cell;
   NidsRun run;
+  Painter::RowEdge upper;
+  Painter::RowEdge lower;
   while (nids.readRastor() > 0) {
     float x = x0;
-    float edge_x = Const::FMISS;  // where edge0 and edge1, in the plot's plane, come from
-    Point edge0;
-    Point edge1;
+    int column = 0;
+    std::swap(upper, lower);  // the lower edge of the row before is the upper one of this
+    lower.forget();
     while (nids.readRun(run) > 0) {
       if (!draw_plot) {
         continue;
       }
-      float val = run.val;
-      if (logarithmic && val != Const::FMISS) {
-        val = std::pow(10.0F, val / 10) / 100;  // to inches
-      }
       const bool missing = run.val == Const::FMISS;
+      const float val = logarithmic && !missing ? std::pow(10.0F, run.val / 10) / 100 : run.val;
       const Painter::Level* level = missing ? nullptr : &painter.find(run.ival, val);
-      if (missing || !level->visible) {
+      if (missing || !level->visible || column > max_side) {
         x += static_cast<float>(run.run) * cell;
+        column += run.run;
         continue;
       }
       painter.plot.setFill(*level->attr);
       bool visible = true;
-      for (int i = 0; i < run.run; i++) {
+      for (int i = 0; i < run.run; i++, column++, x += cell) {
         if (blanks) {
           constexpr float km = 100.0F;
           const float distance = km * std::hypot(x - c.x, y - c.y);
@@ -603,18 +629,12 @@ void NidsPlot::drawRastors(Painter& painter) {
         if (visible && painter.same_proj) {
           painter.fillCorners({x, y}, {x + cell, y}, {x + cell, y - cell}, {x, y - cell});
         } else if (visible) {
-          if (edge_x != x) {
-            edge0 = painter.toPlot(x, y);
-            edge1 = painter.toPlot(x, y - cell);
-          }
-          const Point far0 = painter.toPlot(x + cell, y);
-          const Point far1 = painter.toPlot(x + cell, y - cell);
-          painter.fillCorners(edge0, far0, far1, edge1);
-          edge0 = far0;
-          edge1 = far1;
-          edge_x = x + cell;
+          const Point near_up = upper.find(painter, column, x, y);
+          const Point near_low = lower.find(painter, column, x, y - cell);
+          const Point& far_up = upper.find(painter, column + 1, x + cell, y);
+          const Point& far_low = lower.find(painter, column + 1, x + cell, y - cell);
+          painter.fillCorners(near_up, far_up, far_low, near_low);
         }
-        x += cell;
       }
     }
     y -= cell;

@@ -787,7 +787,7 @@ int Plot::drawFill(const Points& points) {
   if (!ColorMap::isColor(fill_color)) {
     return 0;
   }
-  if (!wraps()) {
+  if (!wraps() || !panel().domain.wraps(points)) {
     return graph.drawFill(points);
   }
   work.copy(points);

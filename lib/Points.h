@@ -45,6 +45,18 @@ class Points {
   int copy(const Points& other);
   int copy(const Points& other, int start, int n);
 
+  /** Becomes the points of another, x by fx and y by fy, for inner loops. */
+  template <typename FX, typename FY>
+  void transform(const Points& from, FX fx, FY fy) {
+    const size_t n = from.x.size();
+    x.resize(n);
+    y.resize(n);
+    for (size_t i = 0; i < n; i++) {
+      x[i] = fx(from.x[i]);
+      y[i] = fy(from.y[i]);
+    }
+  }
+
   [[nodiscard]] int getNum() const { return static_cast<int>(x.size()); }
   /** Points that there is room for. */
   [[nodiscard]] int getMax() const { return static_cast<int>(x.capacity()); }
