@@ -37,7 +37,7 @@ class PostscriptTest : public testing::Test {
   std::string page(const std::string& params, Draw draw) {
     testing::internal::CaptureStdout();
     Postscript device;
-    device.setParam((dir.path("a.ps") + params).c_str());
+    device.setParam((dir.at("a.ps") + params).c_str());
     device.setTitle("Title\nshowpage");
     EXPECT_EQ(device.open(), 1);
     draw(device);
@@ -78,7 +78,7 @@ Image smallImage() {
 
 TEST_F(PostscriptTest, WritesAPageThatCanBePrinted) {
   const std::string text = page("", [](Postscript&) {});
-  EXPECT_EQ(said, "Creating: " + dir.path("a.ps") + "\n");
+  EXPECT_EQ(said, "Creating: " + dir.at("a.ps") + "\n");
   EXPECT_EQ(text.substr(0, text.find("%%CreationDate")),
             "%!PS-Adobe-1.0\n"
             "%%Title: ZQV Graphics Display: Title showpage\n"
@@ -146,22 +146,21 @@ TEST_F(PostscriptTest, OpensPipesAndAppends) {
   testing::internal::CaptureStdout();
   {
     Postscript device;
-    device.setParam(("+" + dir.path("a.ps")).c_str());
+    device.setParam(("+" + dir.at("a.ps")).c_str());
     EXPECT_EQ(device.open(), 1);
     EXPECT_EQ(device.open(), 0) << "twice";
   }
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "Appending to: " + dir.path("a.ps") + "\n");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "Appending to: " + dir.at("a.ps") + "\n");
   const std::string text = dir.read("a.ps");
   EXPECT_THAT(text, testing::StartsWith("before\n%!PS-Adobe-1.0\n"));
   EXPECT_THAT(text, testing::EndsWith("%%End of plot\n")) << "closed when destroyed, no trailer";
   testing::internal::CaptureStdout();
   {
     Postscript device;
-    device.setParam(("|cat > " + dir.path("b.ps")).c_str());
+    device.setParam(("|cat > " + dir.at("b.ps")).c_str());
     EXPECT_EQ(device.open(), 1);
   }
-  EXPECT_EQ(testing::internal::GetCapturedStdout(),
-            "Spooling to: cat > " + dir.path("b.ps") + "\n");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "Spooling to: cat > " + dir.at("b.ps") + "\n");
   EXPECT_THAT(dir.read("b.ps"), testing::EndsWith("%%EOF\n"));
   testing::internal::CaptureStderr();
   Postscript device;
@@ -281,7 +280,7 @@ void expectAsPrintf(PageBuffer& out, const ScratchDir& dir, File& file,
                     const std::vector<float>& values) {
   char text[100];
   std::string expected;
-  ASSERT_EQ(file.open(dir.path("numbers").c_str(), "w"), 1);
+  ASSERT_EQ(file.open(dir.at("numbers").c_str(), "w"), 1);
   for (const float v : values) {
     out.putFloat<digits>(v);
     out.put('\n');
@@ -325,7 +324,7 @@ TEST(PageBufferTest, KeepsThePageReadable) {
   const ScratchDir dir;
   File file;
   PageBuffer out(file);
-  ASSERT_EQ(file.open(dir.path("a").c_str(), "w"), 1);
+  ASSERT_EQ(file.open(dir.at("a").c_str(), "w"), 1);
   out.putFloat<2>(std::numeric_limits<float>::quiet_NaN());
   out.put(' ');
   out.putFloat<1>(-std::numeric_limits<float>::infinity());
