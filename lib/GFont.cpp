@@ -59,27 +59,27 @@ class StrokeText {
 
 }  // namespace
 
-int GFont::read(const char* name_) {
+int GFont::read(const char* file) {
   index.fill(-1);
   width.fill(0);
   x.assign(1, END_GLYPH);
   y.assign(1, END_GLYPH);
   ch = 0;
-  if (!StrLib::valid(name_)) return 0;
-  if (name_[0] == '#') {
-    const std::string_view text = name_ + 1;
+  if (!StrLib::valid(file)) return 0;
+  if (file[0] == '#') {
+    const std::string_view text = file + 1;
     const size_t colon = text.find(':');
     name = text.substr(0, std::min(colon, MAX_NAME));
     std::replace(name.begin(), name.end(), '_', ' ');
     height = DEFAULT_HEIGHT;
     if (colon != std::string_view::npos) {
-      height = Tools::cut(static_cast<double>(std::strtol(name_ + 1 + colon + 1, nullptr, 10)));
+      height = Tools::cut(static_cast<double>(std::strtol(file + 1 + colon + 1, nullptr, 10)));
     }
     type = DEVICE;
     return 1;
   }
   std::string text;
-  if (TextFile::readAll(name_, text) == 0) return 0;
+  if (TextFile::readAll(file, text) == 0) return 0;
   type = STROKE;
   readStrokes(text);
   measure();

@@ -16,12 +16,12 @@ class GFont {
 
   /** Reads "modern.fnt" from the current directory, if it is there. */
   GFont() : GFont("modern.fnt") {}
-  explicit GFont(const char* name_) : opened(read(name_) != 0) {}
+  explicit GFont(const char* file) : opened(read(file) != 0) {}
 
   /** Reads a stroke font from a plain file, or takes "#Name_of_Font:size", a device font. What the
    * file holds past 7500 pen moves is passed over. @return 1; 0 if the file can't be opened, with
    * the font empty */
-  int read(const char* name_);
+  int read(const char* file);
   [[nodiscard]] bool isOpen() const { return opened; }
   [[nodiscard]] int getType() const { return type; }
   /** Name of a device font. */

@@ -9,6 +9,8 @@ namespace ZQV {
 class Hpgl : public PageDevice {
  public:
   Hpgl();
+  Hpgl(const Hpgl&) = delete;
+  Hpgl& operator=(const Hpgl&) = delete;
   ~Hpgl() override { Hpgl::close(); }
 
   int init() override;

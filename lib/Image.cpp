@@ -47,7 +47,7 @@ float maskedChannel(uint32_t raw, uint32_t mask) {
 
 int Image::copyInfo(const Image& other) {
   if (&other == this) return 0;
-  static_cast<ImageInfo&>(*this) = other;
+  static_cast<ImageInfo&>(*this) = static_cast<const ImageInfo&>(other);
   return 1;
 }
 
@@ -92,7 +92,8 @@ int Image::setDomain(const DomainVal& d) {
 }
 
 int Image::setBytesLine() {
-  bytes_line = Tools::cut(static_cast<double>(int64_t{width} * depth / 8));
+  const int64_t n = int64_t{width} * depth / 8;
+  bytes_line = Tools::cut(static_cast<double>(n));
   return 1;
 }
 
@@ -117,7 +118,7 @@ int Image::clearData() {
 
 int Image::getRow(int y, unsigned char* buffer) const {
   if (y < 0 || y >= height || bytes_line < 1) return 0;
-  const size_t n = static_cast<size_t>(bytes_line);
+  const auto n = static_cast<size_t>(bytes_line);
   const size_t start = static_cast<size_t>(y) * n;
   if (start + n > data.size()) return 0;
   std::memcpy(buffer, data.data() + start, n);

@@ -9,6 +9,8 @@ namespace ZQV {
 class MetaFile : public PageDevice {
  public:
   MetaFile();
+  MetaFile(const MetaFile&) = delete;
+  MetaFile& operator=(const MetaFile&) = delete;
   ~MetaFile() override { MetaFile::close(); }
 
   int init() override;

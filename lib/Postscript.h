@@ -10,6 +10,8 @@ namespace ZQV {
 class Postscript : public PageDevice {
  public:
   Postscript();
+  Postscript(const Postscript&) = delete;
+  Postscript& operator=(const Postscript&) = delete;
   ~Postscript() override { Postscript::close(); }
 
   int init() override;

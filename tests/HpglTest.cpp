@@ -30,7 +30,7 @@ class HpglTest : public testing::Test {
   /** What is drawn with a pen of one millimetre. */
   template <typename Draw>
   std::string drawing(Draw draw) {
-    const std::string text = page(dir.path("a.hpgl") + ",lwidth=1", draw);
+    const std::string text = page(dir.at("a.hpgl") + ",lwidth=1", draw);
     const std::string head = "IN;SP1;PA;\nPW1.0;SV;LT;\n";
     const std::string tail = "SP;PG;\n";
     EXPECT_THAT(text, testing::StartsWith(head));
@@ -62,7 +62,7 @@ TEST_F(HpglTest, FollowsItsParameters) {
       {",a3,sz=-1:5", 756.0F, 576.0F, "IN;SP1;PA;\nPW0.3;SV;LT;\nSP;PG;\n"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(page(dir.path("a.hpgl") + row.params,
+    EXPECT_EQ(page(dir.at("a.hpgl") + row.params,
                    [&](Hpgl& device) {
                      EXPECT_FLOAT_EQ(device.getWidth(), row.width) << row.params;
                      EXPECT_FLOAT_EQ(device.getHeight(), row.height) << row.params;
@@ -76,11 +76,11 @@ TEST_F(HpglTest, FollowsItsParameters) {
 }
 
 TEST_F(HpglTest, AppendsThePenLineAlone) {
-  page(dir.path("a.hpgl"), [](Hpgl&) {});
-  EXPECT_EQ(said, "Creating: " + dir.path("a.hpgl") + "\n");
-  EXPECT_EQ(page("+" + dir.path("a.hpgl") + ",pcl", [](Hpgl&) {}),
+  page(dir.at("a.hpgl"), [](Hpgl&) {});
+  EXPECT_EQ(said, "Creating: " + dir.at("a.hpgl") + "\n");
+  EXPECT_EQ(page("+" + dir.at("a.hpgl") + ",pcl", [](Hpgl&) {}),
             "IN;SP1;PA;\nPW0.3;SV;LT;\nSP;PG;\nPW0.3;SV;LT;\n");
-  EXPECT_EQ(said, "Appending to: " + dir.path("a.hpgl") + "\n");
+  EXPECT_EQ(said, "Appending to: " + dir.at("a.hpgl") + "\n");
   testing::internal::CaptureStderr();
   Hpgl device;
   device.setParam("/proc/none/a");

@@ -29,7 +29,7 @@ class MetaFileTest : public testing::Test {
   /** The records alone. */
   template <typename Draw>
   std::string records(Draw draw) {
-    const std::string text = page(dir.path("a.meta") + ",sz=640x480", draw);
+    const std::string text = page(dir.at("a.meta") + ",sz=640x480", draw);
     const std::string head = "#ZQV Plot: \n";
     const size_t from = text.find(head) + head.size();
     return text.substr(from, text.find("#End of plot\n") - from);
@@ -47,13 +47,13 @@ TEST_F(MetaFileTest, HeadsEachPlotWithTheMagicLine) {
     EXPECT_EQ(device.getCoords().ymin, device.getHeight());
     EXPECT_EQ(device.allocColor(1.0F, 0.5F, -1.0F), 0xff7f00);
   };
-  const std::string text = page(dir.path("a.meta"), draw);
-  EXPECT_EQ(said, "Creating: " + dir.path("a.meta") + "\n");
+  const std::string text = page(dir.at("a.meta"), draw);
+  EXPECT_EQ(said, "Creating: " + dir.at("a.meta") + "\n");
   EXPECT_THAT(text, testing::StartsWith(head));
   EXPECT_EQ(text.substr(text.find("#Begin")),
             "#Begin plot\nSZ 1.000000 1.000000\n#ZQV Plot: \n#End of plot\n");
-  const std::string both = page("+" + dir.path("a.meta"), draw);
-  EXPECT_EQ(said, "Appending to: " + dir.path("a.meta") + "\n");
+  const std::string both = page("+" + dir.at("a.meta"), draw);
+  EXPECT_EQ(said, "Appending to: " + dir.at("a.meta") + "\n");
   EXPECT_THAT(both, testing::StartsWith(text + head)) << "an appended plot has its own magic line";
 }
 
@@ -63,7 +63,7 @@ TEST_F(MetaFileTest, TakesItsNameFromAnyPlace) {
     std::string params;
     float width;
   };
-  const std::string path = dir.path("a.meta");
+  const std::string path = dir.at("a.meta");
   const Row rows[] = {
       {"Lone", path, 1.0F},
       {"Second", "," + path, 1.0F},

@@ -37,7 +37,7 @@ class PostscriptTest : public testing::Test {
   std::string page(const std::string& params, Draw draw) {
     testing::internal::CaptureStdout();
     Postscript device;
-    device.setParam((dir.path("a.ps") + params).c_str());
+    device.setParam((dir.at("a.ps") + params).c_str());
     device.setTitle("Title\nshowpage");
     EXPECT_EQ(device.open(), 1);
     draw(device);
@@ -78,7 +78,7 @@ Image smallImage() {
 
 TEST_F(PostscriptTest, WritesAPageThatCanBePrinted) {
   const std::string text = page("", [](Postscript&) {});
-  EXPECT_EQ(said, "Creating: " + dir.path("a.ps") + "\n");
+  EXPECT_EQ(said, "Creating: " + dir.at("a.ps") + "\n");
   EXPECT_EQ(text.substr(0, text.find("%%CreationDate")),
             "%!PS-Adobe-1.0\n"
             "%%Title: ZQV Graphics Display: Title showpage\n"
@@ -114,7 +114,8 @@ TEST_F(PostscriptTest, FollowsItsParameters) {
        AllOf(HasSubstr("%%BoundingBox: 0 0 756 576\n"), Not(HasSubstr("inch translate")))},
       {",eps,noeps,port,land", 756.0F, 576.0F, false, HasSubstr("\n30 dict begin\n/saveobj")},
       {",scale=0.5", 756.0F, 576.0F, false, HasSubstr("\n0.50 0.50 scale\n")},
-      {",scale=0,scale=x,scale=1e99,scale=.001,scale", 756.0F, 576.0F, false, Not(HasSubstr(" scale\n"))},
+      {",scale=0,scale=x,scale=1e99,scale=.001,scale", 756.0F, 576.0F, false,
+       Not(HasSubstr(" scale\n"))},
       {",a4", 11.2F * 72.0F, 7.8F * 72.0F, false, HasSubstr("")},
       {",11X17", 16.5F * 72.0F, 10.5F * 72.0F, false, HasSubstr("")},
       {",ansid", 33.5F * 72.0F, 21.5F * 72.0F, false, HasSubstr("")},
@@ -145,22 +146,21 @@ TEST_F(PostscriptTest, OpensPipesAndAppends) {
   testing::internal::CaptureStdout();
   {
     Postscript device;
-    device.setParam(("+" + dir.path("a.ps")).c_str());
+    device.setParam(("+" + dir.at("a.ps")).c_str());
     EXPECT_EQ(device.open(), 1);
     EXPECT_EQ(device.open(), 0) << "twice";
   }
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "Appending to: " + dir.path("a.ps") + "\n");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "Appending to: " + dir.at("a.ps") + "\n");
   const std::string text = dir.read("a.ps");
   EXPECT_THAT(text, testing::StartsWith("before\n%!PS-Adobe-1.0\n"));
   EXPECT_THAT(text, testing::EndsWith("%%End of plot\n")) << "closed when destroyed, no trailer";
   testing::internal::CaptureStdout();
   {
     Postscript device;
-    device.setParam(("|cat > " + dir.path("b.ps")).c_str());
+    device.setParam(("|cat > " + dir.at("b.ps")).c_str());
     EXPECT_EQ(device.open(), 1);
   }
-  EXPECT_EQ(testing::internal::GetCapturedStdout(),
-            "Spooling to: cat > " + dir.path("b.ps") + "\n");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "Spooling to: cat > " + dir.at("b.ps") + "\n");
   EXPECT_THAT(dir.read("b.ps"), testing::EndsWith("%%EOF\n"));
   testing::internal::CaptureStderr();
   Postscript device;
@@ -280,7 +280,7 @@ void expectAsPrintf(PageBuffer& out, const ScratchDir& dir, File& file,
                     const std::vector<float>& values) {
   char text[100];
   std::string expected;
-  ASSERT_EQ(file.open(dir.path("numbers").c_str(), "w"), 1);
+  ASSERT_EQ(file.open(dir.at("numbers").c_str(), "w"), 1);
   for (const float v : values) {
     out.putFloat<digits>(v);
     out.put('\n');
@@ -324,7 +324,7 @@ TEST(PageBufferTest, KeepsThePageReadable) {
   const ScratchDir dir;
   File file;
   PageBuffer out(file);
-  ASSERT_EQ(file.open(dir.path("a").c_str(), "w"), 1);
+  ASSERT_EQ(file.open(dir.at("a").c_str(), "w"), 1);
   out.putFloat<2>(std::numeric_limits<float>::quiet_NaN());
   out.put(' ');
   out.putFloat<1>(-std::numeric_limits<float>::infinity());
