@@ -1,5 +1,6 @@
 #include "MetaFile.h"
 
+#include <string>
 #include <cmath>
 
 #include "HexRaster.h"
@@ -14,7 +15,7 @@ namespace ZQV {
 
 namespace {
 
-constexpr size_t MAX_FILENAME = 119;
+constexpr size_t MAX_FILENAME = std::string::npos;  // paths are never cut: it would be another file
 constexpr int WHITE = 0xffffff;
 
 bool isOption(const char* item) {

@@ -1,5 +1,6 @@
 #include "Postscript.h"
 
+#include <string>
 #include <cmath>
 #include <cstdio>
 
@@ -14,7 +15,7 @@ namespace ZQV {
 
 namespace {
 
-constexpr size_t MAX_FILENAME = 59;
+constexpr size_t MAX_FILENAME = std::string::npos;  // paths are never cut: it would be another file
 constexpr float POINTS_INCH = 72.0F;
 constexpr float POINTS_PIXEL = 0.72F;
 constexpr float CLIP_MARGIN = 0.1F;

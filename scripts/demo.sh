@@ -22,7 +22,7 @@ mkdir -p build/demo
   exit 1
 }
 
-# The picture's name is short and relative: the device keeps 59 characters of it.
+# One picture a product, named after it.
 name=$(basename "$file" .nids | tr -c 'A-Za-z0-9_\n-' _ | cut -c1-40)
 page=build/demo/$name.ps
 picture=build/demo/$name.png

@@ -34,17 +34,16 @@ class PlotTest : public testing::Test {
   }
   void use(const std::string& device) const {
     Zqv::putResrc("device", device.c_str());
-    testing::internal::CaptureStdout();
   }
   /** The records of a plot that draw() filled. */
   template <typename Draw>
   std::vector<Record> drawn(Draw draw) {
+    testing::internal::CaptureStdout();
     Plot plot;
     EXPECT_EQ(plot.open(), 1);
     draw(plot);
     plot.close();
     testing::internal::GetCapturedStdout();
-    testing::internal::CaptureStdout();
     return readMeta(dir.read("m"));
   }
   static Domain domain(const char* text) {
