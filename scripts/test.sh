@@ -123,7 +123,7 @@ fuzz_one() {
   [[ -d fuzz/corpus/$name ]] && seeds=("fuzz/corpus/$name")
   # What is found new goes to the build tree; the seeds of the source tree are only read.
   if timeout -k 5 $((fuzz_seconds * 6)) "build/fuzz/fuzz/$target" -max_total_time="$fuzz_seconds" \
-    -timeout=5 -rss_limit_mb=2048 -close_fd_mask=1 -artifact_prefix="build/fuzz/artifacts/$target-" \
+    -timeout=5 -rss_limit_mb=2048 -close_fd_mask=3 -artifact_prefix="build/fuzz/artifacts/$target-" \
     "build/fuzz/corpus/$name" "${seeds[@]}" >"$log" 2>&1; then
     echo "$target: $(grep -a '^Done ' "$log" | tail -1)"
   else
