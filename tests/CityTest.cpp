@@ -9,10 +9,10 @@
 #include "CityFile.h"
 #include "CityHash.h"
 #include "CityTool.h"
-#include "DataFiles.h"
 #include "Domain.h"
 #include "DomainTool.h"
 #include "EarthPoint.h"
+#include "ScratchDir.h"
 #include "String.h"
 #include "Strings.h"
 #include "Zqv.h"
@@ -28,9 +28,9 @@ const std::string STATIONS =
     "GULF BUOY       -- B_ 42001 -5- 25.90 -89.70 0 42001\n";
 
 TEST(CityFile, Records) {
-  const DataFiles files;
+  const ScratchDir files;
   files.write("a.cty", STATIONS);
-  CityFile file(files.path("a.cty").c_str());
+  CityFile file(files.at("a.cty").c_str());
   ASSERT_TRUE(file.isOpen());
   EXPECT_EQ(file.getNum(), static_cast<int>(STATIONS.size()) / 59);
   CityData d;
@@ -66,7 +66,7 @@ TEST(CityFile, Records) {
 }
 
 TEST(CityFile, MalformedLineEndsTheReading) {
-  const DataFiles files;
+  const ScratchDir files;
   for (const std::string bad :
        {"SHORT\n", "\n", "BROKEN          CO US BRK -x- 39.75 -104.87 1611 72469\n",
         "NO ELEVATION    CO US NOE -1- 39.75 -104.87\n",
@@ -75,7 +75,7 @@ TEST(CityFile, MalformedLineEndsTheReading) {
     text += bad;
     text += STATIONS;
     files.write("a.cty", text);
-    CityFile file(files.path("a.cty").c_str());
+    CityFile file(files.at("a.cty").c_str());
     CityData d;
     int num = 0;
     while (file.read(d) != 0) {
@@ -86,7 +86,7 @@ TEST(CityFile, MalformedLineEndsTheReading) {
   // An overlong line counts once.
   files.write("a.cty", "LONG            CO US LNG -1- 39.75 -104.87 1611 72469 17" +
                            std::string(500, ' ') + "\n" + STATIONS);
-  CityFile file(files.path("a.cty").c_str());
+  CityFile file(files.at("a.cty").c_str());
   CityData d;
   EXPECT_EQ(file.read(d), 1);
   EXPECT_EQ(file.read(d), 1);
@@ -94,18 +94,18 @@ TEST(CityFile, MalformedLineEndsTheReading) {
 }
 
 TEST(CityFile, OpensPlainFilesOnly) {
-  const DataFiles files;
-  const std::string ran = files.path("ran");
+  const ScratchDir files;
+  const std::string ran = files.at("ran");
   EXPECT_FALSE(CityFile(("|touch " + ran).c_str()).isOpen());
   EXPECT_FALSE(std::filesystem::exists(ran));
-  EXPECT_FALSE(CityFile(files.path("none.cty").c_str()).isOpen());
-  EXPECT_FALSE(CityFile(files.path("a.cty").c_str(), 7).isOpen());
-  CityFile out(files.path("w.cty").c_str(), 1);
+  EXPECT_FALSE(CityFile(files.at("none.cty").c_str()).isOpen());
+  EXPECT_FALSE(CityFile(files.at("a.cty").c_str(), 7).isOpen());
+  CityFile out(files.at("w.cty").c_str(), 1);
   EXPECT_TRUE(out.isOpen());
 }
 
 TEST(CityTool, FindsByAnyKey) {
-  const DataFiles files;
+  const ScratchDir files;
   files.write("a.cty", STATIONS);
   struct Row {
     const char* key;
@@ -130,16 +130,16 @@ TEST(CityTool, FindsByAnyKey) {
 }
 
 TEST(CityTool, NameOfTheFile) {
-  const DataFiles files;
+  const ScratchDir files;
   Zqv::resrc.clear();
   String out;
   EXPECT_EQ(CityTool::getFilename(nullptr, out), 1);
-  EXPECT_EQ(out.get(), files.path("sao.cty"));
+  EXPECT_EQ(out.get(), files.at("sao.cty"));
   Zqv::putResrc("city_file", "my.cty");
   CityTool::getFilename(nullptr, out);
-  EXPECT_EQ(out.get(), files.path("my.cty"));
+  EXPECT_EQ(out.get(), files.at("my.cty"));
   CityTool::getFilename("rad.cty", out);
-  EXPECT_EQ(out.get(), files.path("rad.cty"));
+  EXPECT_EQ(out.get(), files.at("rad.cty"));
   Zqv::putResrc("city_file", "None");
   EXPECT_EQ(CityTool::getFilename(nullptr, out), 0);
   EXPECT_EQ(CityTool::getFilename("none", out), 0);
@@ -180,7 +180,7 @@ TEST(CityTool, BlocksOfNumbers) {
 }
 
 TEST(CityHash, FindsByEachTable) {
-  const DataFiles files;
+  const ScratchDir files;
   files.write("a.cty", STATIONS + "OSLO            -- NO ENGM -1- 60.20 11.08 204 1384\n");
   const CityHash all("a.cty");
   EXPECT_EQ(all.getNum(), 6);

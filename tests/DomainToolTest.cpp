@@ -4,10 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include "DataFiles.h"
 #include "Domain.h"
 #include "EarthPoint.h"
 #include "Region.h"
+#include "ScratchDir.h"
 #include "String.h"
 #include "Strings.h"
 #include "Zqv.h"
@@ -61,7 +61,7 @@ void expectVal(const DomainVal& val, const Expected& want, const std::string& te
 }
 
 TEST(DomainTool, Layouts) {
-  const DataFiles files;
+  const ScratchDir files;
   files.write("sao.cty", STATIONS);
   files.write("my.cty", "SOMEWHERE       -- -- some -2-  10.0000   20.0000    5\n");
   files.write("zqv.reg",
@@ -125,7 +125,7 @@ TEST(DomainTool, Layouts) {
 }
 
 TEST(DomainTool, RefusesWithAWarning) {
-  const DataFiles files;
+  const ScratchDir files;
   files.write("sao.cty", STATIONS);
   files.write("zqv.reg", "us United_States 1 ps,38,-97,51,35,1,1\n");
   for (const char* text : {"ps,kden,1,1", "nowhere", "KXXX", "40", ",", "40,-95,x",
@@ -153,20 +153,20 @@ TEST(DomainTool, RefusesWithAWarning) {
 }
 
 TEST(DomainTool, MissingRegionFileWarnsTwice) {
-  const DataFiles files;
+  const ScratchDir files;
   DomainVal val;
   Warnings warnings;
   EXPECT_EQ(DomainTool::decode(val, "us"), 0);
-  EXPECT_EQ(warnings.take(), "Unable to open region file: " + files.path("zqv.reg") +
+  EXPECT_EQ(warnings.take(), "Unable to open region file: " + files.at("zqv.reg") +
                                  "\nDomainTool::decode: Invalid plot domain: us\n");
 }
 
 // The names of region and city files may come out of a picture's comment, and must not run
 // anything.
 TEST(DomainTool, FilesAreNoPipes) {
-  const DataFiles files;
+  const ScratchDir files;
   const std::filesystem::path before = std::filesystem::current_path();
-  std::filesystem::current_path(files.path("."));
+  std::filesystem::current_path(files.at("."));
   for (const char* text : {"fi:|touch ran", "|touch ran:us", "id:|touch ran:KDEN,2"}) {
     DomainVal val;
     Warnings warnings;
@@ -177,7 +177,7 @@ TEST(DomainTool, FilesAreNoPipes) {
 }
 
 TEST(DomainTool, RegionThatNamesItself) {
-  const DataFiles files;
+  const ScratchDir files;
   files.write("zqv.reg", "round x 1 round\nto x 2 fro\nfro x 3 to\n");
   for (const std::string text : {"round", "to"}) {
     DomainVal val;
@@ -213,7 +213,7 @@ TEST(DomainTool, DefaultTrueLatitudes) {
 }
 
 TEST(DomainTool, ResourceBeforeFallback) {
-  const DataFiles files;
+  const ScratchDir files;
   Domain domain;
   Zqv::resrc.clear();
   EXPECT_EQ(DomainTool::set(domain), 0);
@@ -230,7 +230,7 @@ TEST(DomainTool, ResourceBeforeFallback) {
 }
 
 TEST(Region, LinesAndNames) {
-  const DataFiles files;
+  const ScratchDir files;
   files.write("zqv.reg", "# comment\n\none A 1 1,1\nshort B\nTwo C 2 2,2 rest\n" +
                              std::string(600, 'x') + " D 3 3,3\nlast E 4 4,4");
   String out;

@@ -5,12 +5,12 @@
 
 #include <gtest/gtest.h>
 
-#include "DataFiles.h"
 #include "DomainTool.h"
 #include "EarthPoint.h"
 #include "GridPoint.h"
 #include "Point.h"
 #include "Range.h"
+#include "ScratchDir.h"
 #include "String.h"
 #include "Timezone.h"
 #include "VarList.h"
@@ -168,7 +168,7 @@ TEST(Grid, CopiesApart) {
 }
 
 TEST(VarList, DecodesAgainstTheFile) {
-  const DataFiles files;
+  const ScratchDir files;
   files.write("my.var",
               "# name units format layer label\n"
               "cid - text,ul 0 Storm ID\n"

@@ -32,9 +32,7 @@ class PlotTest : public testing::Test {
     Zqv::setMessageLevel(6);
     Zqv::setDatabasePath("");
   }
-  void use(const std::string& device) const {
-    Zqv::putResrc("device", device.c_str());
-  }
+  void use(const std::string& device) const { Zqv::putResrc("device", device.c_str()); }
   /** The records of a plot that draw() filled. */
   template <typename Draw>
   std::vector<Record> drawn(Draw draw) {

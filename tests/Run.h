@@ -18,7 +18,8 @@ struct ProgramRun {
 };
 
 /** Runs the built program with the package's own data and no settings of the user. */
-inline ProgramRun runScopeview(const TempDir& dir, const std::string& args, const std::string& env = "") {
+inline ProgramRun runScopeview(const TempDir& dir, const std::string& args,
+                               const std::string& env = "") {
   ProgramRun run;
   const std::string command = "cd '" + dir.path + "' && env zqvdefault=/nonexistent " + env + " '" +
                               ZQV_SCOPEVIEW "' -fp '" ZQV_DATA_DIR "' " + args + " 2> stderr.txt";

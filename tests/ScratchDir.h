@@ -19,4 +19,16 @@ class ScratchDir : public TempDir {
   std::string old_path;
 };
 
+/** The package's own data files as the data path. */
+class PackageData {
+ public:
+  PackageData() : before(Zqv::getDatabasePath()) { Zqv::setDatabasePath(ZQV_DATA_DIR); }
+  PackageData(const PackageData&) = delete;
+  PackageData& operator=(const PackageData&) = delete;
+  ~PackageData() { Zqv::setDatabasePath(before.c_str()); }
+
+ private:
+  std::string before;
+};
+
 }  // namespace ZQV

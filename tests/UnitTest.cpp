@@ -8,7 +8,7 @@
 #include "Calc.h"
 #include "Const.h"
 #include "Convert.h"
-#include "DataFiles.h"
+#include "ScratchDir.h"
 #include "String.h"
 
 namespace ZQV {
@@ -65,7 +65,7 @@ TEST(Unit, ConvertsWithThePackagesFile) {
 }
 
 TEST(Unit, FactorsOfUnitTexts) {
-  const DataFiles files;
+  const ScratchDir files;
   files.write("units.lup",
               "# from to how\nm km *0.001\nC F *1.8+32 F C *0.5555556-17.777778\nx y\n");
   struct Row {
@@ -107,7 +107,7 @@ TEST(Unit, FactorsOfUnitTexts) {
 
 // The file is changed between the calls, so that what comes from the cache can be told apart.
 TEST(Unit, KeepsTheTenLatestConversions) {
-  const DataFiles files;
+  const ScratchDir files;
   const auto write = [&](int factor) {
     std::string text;
     for (int i = 0; i <= 10; i++) {
