@@ -478,9 +478,11 @@ void NameConv::addPath(const std::string& list, std::string& text) {
   String entry;
   FileTool::getPath(list.c_str(), cpath, entry);
   text += entry.get();
-  if (!FileTool::exist(text.c_str())) {
-    pexist = false;
+  if (text != tested) {  // a search tests the same directory at every step
+    tested = text;
+    tested_exists = FileTool::exist(text.c_str());
   }
+  pexist = pexist && tested_exists;
 }
 
 int NameConv::encode(const Date& at, int which, String& out) {
@@ -680,6 +682,7 @@ bool NameConv::isThere(const String& name) const {
  */
 bool NameConv::encodePaths(const Date& at, String& out, const char* debug) {
   npath = 1;
+  tested.clear();
   for (cpath = 0; cpath < npath; cpath++) {
     pexist = true;
     if (encodeFile(at, out) == 0) {
@@ -755,6 +758,7 @@ void NameConv::applyFixDate(Date& at) const {
  * becomes that of the last name looked at. */
 void NameConv::search(Date& at, int direction, int steps, String& out) {
   bool found = false;
+  tested.clear();
   npath = 1;
   for (cpath = 0; cpath < npath && !found; cpath++) {
     Date step = at;
@@ -788,6 +792,7 @@ void NameConv::search(Date& at, int direction, int steps, String& out) {
 
 int NameConv::setLatest(const char* text, NameConvFile& found) {
   found.init();
+  tested.clear();
   const char* p = text == nullptr ? "la" : text;
   if (*p == '>') {
     output = true;

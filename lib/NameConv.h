@@ -111,6 +111,8 @@ class NameConv {
   int cpath = 0;
   int npath = 1;
   bool pexist = true;
+  std::string tested;  ///< directory tested last, and whether it was there
+  bool tested_exists = false;
 };
 
 }  // namespace ZQV

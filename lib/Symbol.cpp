@@ -4,7 +4,8 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <sstream>
+#include <cstdlib>
+#include <string>
 #include <string_view>
 
 #include "Point.h"
@@ -23,6 +24,24 @@ constexpr size_t MAX_NAME = 14;
 constexpr int BREAK_L = -1;
 constexpr int BREAK_F = -2;
 constexpr int END = -9;
+
+/** Takes the next word between white space. @return false at the end */
+bool nextWord(std::string_view& text, std::string& word) {
+  constexpr const char* space = " \t\n\v\f\r";
+  const size_t from = text.find_first_not_of(space);
+  if (from == std::string_view::npos) return false;
+  const size_t to = std::min(text.find_first_of(space, from), text.size());
+  word.assign(text.substr(from, to - from));
+  text.remove_prefix(to);
+  return true;
+}
+
+/** Reads "a,b"; what can't be read counts as 0. */
+void readPair(const char* text, float& a, float& b) {
+  char* end = nullptr;
+  a = std::strtof(text, &end);
+  b = end != text && *end == ',' ? std::strtof(end + 1, nullptr) : 0.0F;
+}
 
 /** A coordinate as it is stored. The small shift keeps 0.29 from becoming 28. */
 int toStored(float v) {
@@ -49,7 +68,7 @@ int Symbol::read(const char* file_name) {
                     file_name != nullptr ? file_name : "");
     return 0;
   }
-  std::istringstream words(text);
+  std::string_view rest = text;
   const auto add = [this](int px, int py) {
     x.push_back(px);
     y.push_back(py);
@@ -57,7 +76,7 @@ int Symbol::read(const char* file_name) {
   bool expect_name = true;
   std::string word;
   // One place is kept for the end of the last symbol.
-  while (name.size() <= MAX_SYMBOLS && x.size() < MAX_POINTS - 1 && words >> word) {
+  while (name.size() <= MAX_SYMBOLS && x.size() < MAX_POINTS - 1 && nextWord(rest, word)) {
     if (expect_name) {
       if (name.size() == MAX_SYMBOLS) break;
       name.push_back(word.substr(0, MAX_NAME));
@@ -74,7 +93,7 @@ int Symbol::read(const char* file_name) {
     } else {
       float a = 0.0F;
       float b = 0.0F;
-      std::sscanf(word.c_str(), "%f,%f", &a, &b);
+      readPair(word.c_str(), a, b);
       add(toStored(a), toStored(b));
     }
   }
