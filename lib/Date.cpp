@@ -507,7 +507,8 @@ int Date::toText(const char* format, String& out) const {
         break;
       case 'M': text += field("0", min, "XX"); break;
       case 'S':
-        text += sec == Const::FMISS ? "XX" : number("0", static_cast<int>(sec + 0.5F));
+        text +=
+            sec == Const::FMISS ? "XX" : number("0", Tools::cut(static_cast<double>(sec) + 0.5));
         break;
       case 's': text += secondsToken(sec); break;
       case 'u': text += field("", wday, "X"); break;

@@ -51,7 +51,10 @@ Precision precisionOf(const Date& date) {
 }
 
 int roundedSeconds(const Date& date) {
-  return date.getSecond() == Const::FMISS ? 0 : static_cast<int>(date.getSecond() + 0.5F);
+  constexpr double half = 0.5;
+  return date.getSecond() == Const::FMISS
+             ? 0
+             : Tools::cut(static_cast<double>(date.getSecond()) + half);
 }
 
 /** Time of day on a 24-hour clock. A zone's name follows an hour closely and a full time after a
@@ -156,7 +159,7 @@ bool readLabel(const char* text, Reading& r) {
     }
     return got == fields;
   };
-  const auto hourForms = [&](const char* s, const char* form) {
+  const auto hour_forms = [&](const char* s, const char* form) {
     r = Reading();
     // The four forms differ in the width of the year and in a day name that is skipped.
     const bool wide = form[0] == '4';
@@ -170,7 +173,7 @@ bool readLabel(const char* text, Reading& r) {
                       : std::sscanf(s, "%2dZ %2d %3s %2d", &r.hour, &r.day, name, &r.year),
                  4);
   };
-  const auto minuteForms = [&](const char* s, bool wide) {
+  const auto minute_forms = [&](const char* s, bool wide) {
     r = Reading();
     const bool short_hour = *s == ' ';  // a blank in first place means a one-digit hour
     int got = 0;
@@ -183,7 +186,7 @@ bool readLabel(const char* text, Reading& r) {
     }
     return named(got, 5);
   };
-  const auto secondForms = [&](const char* s, bool wide) {
+  const auto second_forms = [&](const char* s, bool wide) {
     r = Reading();
     return named(wide ? std::sscanf(s, "%2d:%2d:%2fZ %2d %3s %4d", &r.hour, &r.minute, &r.second,
                                     &r.day, name, &r.year)
@@ -191,11 +194,11 @@ bool readLabel(const char* text, Reading& r) {
                                     &r.day, name, &r.year),
                  6);
   };
-  if (hourForms(text, "4") || hourForms(text, "2") || minuteForms(tail(text, 17), true) ||
-      minuteForms(tail(text, 15), false) || secondForms(tail(text, 21), true) ||
-      secondForms(tail(text, 19), false) || hourForms(tail(text, 19), "4s") ||
-      hourForms(tail(text, 17), "2s") || hourForms(tail(text, 15), "4") ||
-      hourForms(tail(text, 13), "2")) {
+  if (hour_forms(text, "4") || hour_forms(text, "2") || minute_forms(tail(text, 17), true) ||
+      minute_forms(tail(text, 15), false) || second_forms(tail(text, 21), true) ||
+      second_forms(tail(text, 19), false) || hour_forms(tail(text, 19), "4s") ||
+      hour_forms(tail(text, 17), "2s") || hour_forms(tail(text, 15), "4") ||
+      hour_forms(tail(text, 13), "2")) {
     return true;
   }
   r = Reading();

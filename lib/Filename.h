@@ -76,7 +76,7 @@ class Filename {
   /** @return 1 if the date is set */
   int getDate(Date& out) const;
   [[nodiscard]] const Date& getDate() const { return date; }
-  [[nodiscard]] DateVal getDateval() const { return date; }
+  [[nodiscard]] DateVal getDateval() const { return static_cast<const DateVal&>(date); }
   /** Seconds between files of the series, Const::MISS if the convention has no time. */
   [[nodiscard]] int getOffset() const { return file_off; }
   [[nodiscard]] int getNumFiles() const { return num_file; }

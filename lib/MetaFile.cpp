@@ -1,7 +1,7 @@
 #include "MetaFile.h"
 
-#include <string>
 #include <cmath>
+#include <string>
 
 #include "HexRaster.h"
 #include "Image.h"

@@ -509,7 +509,7 @@ int NidsPlot::walkPackets(Painter& painter) {
 
 /** Smallest value shown at a distance from the radar under the ramp; the caller tests ramp_cut. */
 float NidsPlot::rampAt(float distance) const {
-  const double cut = static_cast<double>(ramp_cut);
+  const auto cut = static_cast<double>(ramp_cut);
   const double at = cut - static_cast<double>(distance) * cut / static_cast<double>(ramp_len);
   return static_cast<float>(Tools::cut(at));
 }

@@ -566,16 +566,16 @@ int Plot::drawLine(const Point& p1, const Point& p2) {
   Point a = p1;
   Point b = p2;
   const int wrapped = panel().domain.wrapLine(a, b);
-  const auto drawCropped = [this](Point from, Point to) {
+  const auto draw_cropped = [this](Point from, Point to) {
     cropLine(from, to);
     return graph.drawLine(from, to);
   };
-  const int drawn = drawCropped(a, b);
+  const int drawn = draw_cropped(a, b);
   if (wrapped == 0) {
     return drawn;
   }
   panel().domain.offsetLine(a, b, wrapped);
-  return drawCropped(a, b);
+  return draw_cropped(a, b);
 }
 
 int Plot::drawLine(const EarthPoint& e1, const EarthPoint& e2) {
@@ -690,7 +690,7 @@ int Plot::drawLine(const Points& points) {
   const bool crops = proj == DomainVal::LATLON || proj == DomainVal::MERC;
   work.copy(points);
   const int wrapped = panel().domain.wrapLine(work);
-  const auto drawCropped = [&]() {
+  const auto draw_cropped = [&]() {
     if (!crops) {
       return drawStretches(work);
     }
@@ -698,10 +698,10 @@ int Plot::drawLine(const Points& points) {
     cropLine(cropped);
     return drawStretches(cropped);
   };
-  int drawn = drawCropped();
+  int drawn = draw_cropped();
   if (wrapped != 0) {
     panel().domain.offsetLine(work, wrapped);
-    drawn |= drawCropped();
+    drawn |= draw_cropped();
   }
   return drawn;
 }
@@ -1157,8 +1157,7 @@ void Plot::addResourceLabels() {
 void Plot::drawLabel(const PlotLabel& l, int count, const Rect& view, float space, float step,
                      int base_layer, const PlotAttr& attr) {
   const int position = getLabelPosIndex(l.locate.c_str());
-  if (!draw[static_cast<size_t>(DRAW_TEXT + position)] ||
-      (count < 0 && l.layer != PlotLabel::FIXED)) {
+  if (!isDrawing(DRAW_TEXT + position) || (count < 0 && l.layer != PlotLabel::FIXED)) {
     return;
   }
   constexpr float inset = 0.01F;

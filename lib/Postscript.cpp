@@ -1,8 +1,8 @@
 #include "Postscript.h"
 
-#include <string>
 #include <cmath>
 #include <cstdio>
+#include <string>
 
 #include "HexRaster.h"
 #include "Image.h"

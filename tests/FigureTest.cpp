@@ -123,12 +123,12 @@ TEST_F(FigureTest, LoopsRunForwardToTheLastFrame) {
 
 TEST_F(FigureTest, TheCurrentTimeIsTheLastFrame) {
   Recorder drawing;
-  const auto lastFrame = [&](const char* current) {
+  const auto last_frame = [&](const char* current) {
     Zqv::putResrc("current", current);
     return run(drawing, "").back();
   };
-  EXPECT_EQ(lastFrame("#200401031530"), "031530");
-  EXPECT_EQ(lastFrame("la-3"), "021200") << "left to the drawing";
+  EXPECT_EQ(last_frame("#200401031530"), "031530");
+  EXPECT_EQ(last_frame("la-3"), "021200") << "left to the drawing";
   const auto ago = [](long seconds) {
     Date date;
     date.set(Date::getCurrentSeconds() - seconds);
@@ -142,7 +142,7 @@ TEST_F(FigureTest, TheCurrentTimeIsTheLastFrame) {
   } rows[] = {{"2", 7200}, {"2:30", 9000}, {"1d2:30", 95400}, {"1d2", 93600}, {"x", 0}};
   for (const auto& row : rows) {
     const std::string before = ago(row.seconds);
-    const std::string got = lastFrame(row.current);
+    const std::string got = last_frame(row.current);
     EXPECT_TRUE(got == before || got == ago(row.seconds)) << row.current;
   }
 }

@@ -294,7 +294,7 @@ TEST_F(PlotTest, LabelCodes) {
 }
 
 TEST_F(PlotTest, ColourBarShowsItsClasses) {
-  const auto barOf = [&](const char* fill_text, const Range& range, const char* param) {
+  const auto bar_of = [&](const char* fill_text, const Range& range, const char* param) {
     std::vector<Record> fills;
     for (const Record& r : drawn([&](Plot& plot) {
            plot.setPanel(domain("latlon,40,-100,31,21,1,1"));
@@ -314,7 +314,7 @@ TEST_F(PlotTest, ColourBarShowsItsClasses) {
     }
     return fills;
   };
-  std::vector<Record> boxes = barOf("-100:off,0:blue,10:red", Range(), nullptr);
+  std::vector<Record> boxes = bar_of("-100:off,0:blue,10:red", Range(), nullptr);
   ASSERT_EQ(boxes.size(), 2U) << "the class that is off has no box";
   // A picture of 1.38 by 0.92 on the page of 1.5 by 1: the bar from 3 % to the middle, in the strip
   // below.
@@ -324,9 +324,9 @@ TEST_F(PlotTest, ColourBarShowsItsClasses) {
   EXPECT_NEAR(boxes[1].points[2].x, left + 3 * width, 1e-4);
   EXPECT_NEAR(boxes[0].points[1].y, 0.04 - 0.15 * 0.04, 1e-4);
   EXPECT_NEAR(boxes[0].points[0].y, 0.04 - (0.15 + 0.85 / 2) * 0.04, 1e-4);
-  EXPECT_EQ(barOf("-100:off,0:blue,10:red,20:green", Range(0, 12), nullptr).size(), 2U);
-  EXPECT_EQ(barOf("blue,red", Range(0, 50), nullptr).size(), 5U) << "a cycle over the range";
-  boxes = barOf("blue,red", Range(), "bar=lo=ur");
+  EXPECT_EQ(bar_of("-100:off,0:blue,10:red,20:green", Range(0, 12), nullptr).size(), 2U);
+  EXPECT_EQ(bar_of("blue,red", Range(0, 50), nullptr).size(), 5U) << "a cycle over the range";
+  boxes = bar_of("blue,red", Range(), "bar=lo=ur");
   ASSERT_EQ(boxes.size(), 2U);
   EXPECT_EQ(boxes[1].points[2].x, 0) << "another corner has no layout";
 }

@@ -310,7 +310,7 @@ TEST_F(RoadTest, ProfileOfVectorsBarbsAndText) {
     const double scale = 0.92 / 511;
     return Place{0.04 + (x + 0.5) * scale, 0.96 - (y + 0.5) * scale};
   };
-  const auto hasLine = [&](const Place& a, const Place& b, int line_color) {
+  const auto has_line = [&](const Place& a, const Place& b, int line_color) {
     return std::any_of(records.begin(), records.end(), [&](const Record& r) {
       return r.kind == 'L' && r.points.size() == 2 &&
              std::hypot(r.points[0].x - a.x, r.points[0].y - a.y) < 1e-5 &&
@@ -318,10 +318,10 @@ TEST_F(RoadTest, ProfileOfVectorsBarbsAndText) {
              r.line_color == line_color;
     });
   };
-  EXPECT_TRUE(hasLine(place(10, 20), place(110, 20), color["red"])) << "the grid line";
+  EXPECT_TRUE(has_line(place(10, 20), place(110, 20), color["red"])) << "the grid line";
   // A wind from the east has its staff to the right, 20 pixels long; level 1 is 4 kt, the second
   // class.
-  EXPECT_TRUE(hasLine(place(100, 200), place(120, 200), color["lcyan"])) << "the staff";
+  EXPECT_TRUE(has_line(place(100, 200), place(120, 200), color["lcyan"])) << "the staff";
   const auto pennant = std::find_if(records.begin(), records.end(), [](const Record& r) {
     return r.kind == 'F' && r.points.size() == 4;
   });
@@ -329,7 +329,7 @@ TEST_F(RoadTest, ProfileOfVectorsBarbsAndText) {
   EXPECT_NEAR(pennant->points[0].x, place(120, 200).x, 1e-5);
   EXPECT_NEAR(pennant->points[1].y, place(120, 210).y, 1e-5)
       << "pennants point to the right of the flow";
-  EXPECT_TRUE(hasLine(place(100, 300), place(100, 280), color["lblue"]))
+  EXPECT_TRUE(has_line(place(100, 300), place(100, 280), color["lblue"]))
       << "a level out of range counts as 0";
 }
 

@@ -17,6 +17,7 @@ namespace {
 
 std::vector<std::string> tokens(const Strings& s) {
   std::vector<std::string> list;
+  list.reserve(static_cast<size_t>(s.getNum()));
   for (int i = 0; i < s.getNum(); i++) {
     list.emplace_back(s.getString(i));
   }
@@ -41,8 +42,8 @@ TEST(Strings, SplitsAtDelimitersOutsideQuotes) {
       {"DelimiterAlone", ",", -1, {"", ""}},
       {"EmptyText", "", -1, {}},
       {"AbsentText", nullptr, -1, {}},
-      {"UnclosedQuoteRunsToEnd", "\"a,b", -1, {"\"a,b"}},
-      {"InnerQuotesStay", "\"a\"b\",c", -1, {"a\"b", "c"}},
+      {"UnclosedQuoteRunsToEnd", R"("a,b)", -1, {R"("a,b)"}},
+      {"InnerQuotesStay", R"("a"b",c)", -1, {"a\"b", "c"}},
       {"LoneQuote", "\"", -1, {"\""}},
       {"QuoteClosesAtEnd", "x,\"\"", -1, {"x", ""}},
       {"MaxKeepsRest", "a,b,c", 2, {"a", "b,c"}},
