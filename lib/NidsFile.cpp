@@ -19,9 +19,9 @@ namespace ZQV {
 namespace {
 
 constexpr int buffer_size = 100000;
-/** Far above any product (the largest mosaics are some 20 MB); ends a small file that would
- *  decompress without end. */
-constexpr int64_t max_unpacked = 64 << 20;
+/** Far above any product, of which those with a byte a bin have some hundred thousand; ends a small
+ *  file that would decompress without end. */
+constexpr int64_t max_unpacked = 32 << 20;
 /** Largest count of bins or rows that becomes the size of an image. */
 constexpr int max_size = 8192;
 /** Largest length of any item in bytes: 65535 halfwords. Counters of used bytes stop above it,
@@ -387,9 +387,10 @@ int NidsFile::refill() {
   if (unpacked >= max_unpacked) {
     return 0;
   }
-  if (file_type == ZLIB) {
+  // A stream that has met an error must not be asked again: bzip2 would run wild.
+  if (file_type == ZLIB && !zs.isError()) {
     refillZlib();
-  } else if (file_type == BZIP2) {
+  } else if (file_type == BZIP2 && !bz.isError()) {
     refillBZlib();
   }
   unpacked += buf.getSize();
@@ -1300,14 +1301,19 @@ void NidsFile::skipChars(int n) {
 }
 
 int NidsFile::gotoGraphic() {
+  if (!opened) {
+    return 0;
+  }
   pending = 0;
-  unsigned char drop[2];
-  while (opened && bytes / 2 < off_graph) {
-    if (readBytes(drop, sizeof drop) != 1) {
+  int64_t left = 2 * (off_graph - bytes / 2);
+  while (left > 0) {
+    const int n = static_cast<int>(std::min<int64_t>(left, buffer_size));
+    if (readBytes(nullptr, n) != 1) {
       return 0;
     }
+    left -= n;
   }
-  return opened ? 1 : 0;
+  return 1;
 }
 
 int NidsFile::graphic() {
