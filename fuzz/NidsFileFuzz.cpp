@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "InputFile.h"
 #include "NidsInfo.h"
 #include "Tools.h"
 

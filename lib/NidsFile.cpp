@@ -363,7 +363,11 @@ void NidsFile::refillBZlib() {
     const int unread = in.getAvail();
     bz.decomp(in, buf);
     const bool stuck = in.getAvail() == unread;
-    if (bz.isError() || (stuck && buf.getAvail() == 0)) {
+    if (bz.isError()) {
+      buf.clear();  // came out ahead of the check sum that didn't fit
+      return;
+    }
+    if (stuck && buf.getAvail() == 0) {
       return;
     }
     if (isDebug(3)) {
@@ -380,7 +384,8 @@ void NidsFile::refillBZlib() {
   }
 }
 
-/** Decompresses into buf, which is empty. What comes out ahead of an error counts.
+/** Decompresses into buf, which is empty. What zlib gives ahead of an error counts, as a product's
+ *  header stands there; bzip2 finds an error in a block behind the whole of it.
  *  @return 1; 0 if there is nothing more */
 int NidsFile::refill() {
   buf.clear();
