@@ -19,9 +19,9 @@ namespace ZQV {
 namespace {
 
 constexpr int buffer_size = 100000;
-/** Far above any product (the largest mosaics are some 20 MB); ends a small file that would
- *  decompress without end. */
-constexpr int64_t max_unpacked = 64 << 20;
+/** Far above any product, of which those with a byte a bin have some hundred thousand; ends a small
+ *  file that would decompress without end. */
+constexpr int64_t max_unpacked = 32 << 20;
 /** Largest count of bins or rows that becomes the size of an image. */
 constexpr int max_size = 8192;
 /** Largest length of any item in bytes: 65535 halfwords. Counters of used bytes stop above it,
@@ -363,7 +363,11 @@ void NidsFile::refillBZlib() {
     const int unread = in.getAvail();
     bz.decomp(in, buf);
     const bool stuck = in.getAvail() == unread;
-    if (bz.isError() || (stuck && buf.getAvail() == 0)) {
+    if (bz.isError()) {
+      buf.clear();  // came out ahead of the check sum that didn't fit
+      return;
+    }
+    if (stuck && buf.getAvail() == 0) {
       return;
     }
     if (isDebug(3)) {
@@ -380,16 +384,18 @@ void NidsFile::refillBZlib() {
   }
 }
 
-/** Decompresses into buf, which is empty. What comes out ahead of an error counts.
+/** Decompresses into buf, which is empty. What zlib gives ahead of an error counts, as a product's
+ *  header stands there; bzip2 finds an error in a block behind the whole of it.
  *  @return 1; 0 if there is nothing more */
 int NidsFile::refill() {
   buf.clear();
   if (unpacked >= max_unpacked) {
     return 0;
   }
-  if (file_type == ZLIB) {
+  // A stream that has met an error must not be asked again: bzip2 would run wild.
+  if (file_type == ZLIB && !zs.isError()) {
     refillZlib();
-  } else if (file_type == BZIP2) {
+  } else if (file_type == BZIP2 && !bz.isError()) {
     refillBZlib();
   }
   unpacked += buf.getSize();
@@ -1300,14 +1306,19 @@ void NidsFile::skipChars(int n) {
 }
 
 int NidsFile::gotoGraphic() {
+  if (!opened) {
+    return 0;
+  }
   pending = 0;
-  unsigned char drop[2];
-  while (opened && bytes / 2 < off_graph) {
-    if (readBytes(drop, sizeof drop) != 1) {
+  int64_t left = 2 * (off_graph - bytes / 2);
+  while (left > 0) {
+    const int n = static_cast<int>(std::min<int64_t>(left, buffer_size));
+    if (readBytes(nullptr, n) != 1) {
       return 0;
     }
+    left -= n;
   }
-  return opened ? 1 : 0;
+  return 1;
 }
 
 int NidsFile::graphic() {

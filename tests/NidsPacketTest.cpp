@@ -88,9 +88,10 @@ TEST(NidsPacketTest, DigitalLevels) {
       {"FirstLevel", 94, {0xFEC0, 5, 254}, 2, -31},
       {"LastLevel", 94, {0xFEC0, 5, 254}, 255, 95.5F},
       {"Precipitation", 138, {0, 2, 256}, 236, 4.72F},
-      // A hair below 0: deliberate, 32-bit arithmetic decides on which side of a class it falls.
-      {"ZeroVelocity", 99, {0xFD85, 5, 254}, 127, -7.62939453e-06F},
-      {"VelocityAboveZero", 99, {0xFD85, 5, 254}, 129, 1.94384003F},
+      // Exactly 0, which is where a class of colours begins: a hair less would be another colour.
+      {"ZeroVelocity", 99, {0xFD85, 5, 254}, 127, 0},
+      {"VelocityBelowZero", 99, {0xFD85, 5, 254}, 126, -0.971923828F},
+      {"VelocityAboveZero", 99, {0xFD85, 5, 254}, 129, 1.94384766F},
       {"LiquidLinear", 134, {0x59AB, 0x4400, 20, 0x54DC, 0x593E}, 19, 0.187456926F},
       {"LiquidLogarithmicAtItsFirstLevel",
        134,
@@ -117,7 +118,11 @@ TEST(NidsPacketTest, DigitalLevels) {
     ASSERT_EQ(o.nids.readRun(run), 1);
     EXPECT_EQ(run.run, 1);
     EXPECT_EQ(run.ival, row.level);
-    EXPECT_FLOAT_EQ(run.val, row.value);
+    if (row.value == 0) {
+      EXPECT_EQ(run.val, 0);
+    } else {
+      EXPECT_FLOAT_EQ(run.val, row.value);
+    }
     EXPECT_EQ(o.nids.readRun(run), 0);
   }
 }
