@@ -103,7 +103,7 @@ long BZlib::getTotalOut() const {
 }
 
 void BZlib::print() const {
-  const char* name = "OK";
+  const char* name = stat < 0 ? "DATA ERR" : "OK";
   switch (stat) {
     case BZ_STREAM_END: name = "END"; break;
     case BZ_DATA_ERROR: name = "DATA ERR"; break;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 
 #include "Tools.h"
 
@@ -25,7 +26,7 @@ int Buffer::resize(int n) {
 int Buffer::check(int n) {
   constexpr int slack = 2000;
   if (n > getMax()) {
-    resize(n + slack);
+    resize(n > std::numeric_limits<int>::max() - slack ? n : n + slack);
   }
   return 1;
 }
@@ -35,7 +36,8 @@ int Buffer::add(const void* bytes, int n) {
 }
 
 int Buffer::insert(int at, const void* bytes, int n) {
-  if (bytes == nullptr || n < 0 || at < 0 || at > size) {
+  if (bytes == nullptr || n < 0 || at < 0 || at > size ||
+      n > std::numeric_limits<int>::max() - size) {
     return 0;
   }
   if (n == 0) {
@@ -56,7 +58,7 @@ unsigned char Buffer::get(int off) const {
 
 int Buffer::inc(int n) {
   const long at = static_cast<long>(ind) + n;
-  if (at < 0 || at > size) {
+  if (at < 0 || at > size || n > std::numeric_limits<int>::max() - size) {
     return 0;
   }
   ind = static_cast<int>(at);

@@ -135,8 +135,9 @@ int Date::set(const DateVal& val) {
 }
 
 int Date::set(const DateVal& val, int zone_off, const char* zone_name) {
+  constexpr size_t zone_size = 4;
   off = zone_off;
-  zone = StrLib::acopy(zone_name).substr(0, max_zone);
+  zone = StrLib::acopy(zone_name).substr(0, zone_size);
   return set(val);
 }
 
@@ -325,9 +326,6 @@ int Date::shift(long seconds) {
   }
   const Date before = *this;
   breakDown(secs + seconds);
-  if (before.sec != Const::FMISS) {
-    sec += before.sec - std::floor(before.sec);
-  }
   restore(before);
   return 1;
 }

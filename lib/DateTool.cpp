@@ -122,16 +122,19 @@ std::string timeOf(const Date& local, const Date& utc, const Timezone& zone) {
 
 /** The date behind the time, with the day of the week ahead of it if wanted. */
 std::string dayOf(const Date& date, bool with_weekday) {
+  String year;
+  date.toText("%y", year);  // "XX" for a missing one
+  if (missing(date.getMonth())) {
+    return year.get();
+  }
   char text[64];
   const char* month = DateTool::getMonth(date.getMonth());
-  if (missing(date.getMonth())) {
-    std::snprintf(text, sizeof(text), "%2.2d", date.getYear00());
-  } else if (missing(date.getDay())) {
-    std::snprintf(text, sizeof(text), "%3s %2.2d", month, date.getYear00());
+  if (missing(date.getDay())) {
+    std::snprintf(text, sizeof(text), "%3s %s", month, year.get());
   } else {
-    std::snprintf(text, sizeof(text), "%s%s%2d %3s %2.2d",
+    std::snprintf(text, sizeof(text), "%s%s%2d %3s %s",
                   with_weekday ? DateTool::getDayWeek(date.getDayOfWeek()) : "",
-                  with_weekday ? " " : "", date.getDay(), month, date.getYear00());
+                  with_weekday ? " " : "", date.getDay(), month, year.get());
   }
   return text;
 }
@@ -233,7 +236,7 @@ int DateTool::getMinutes(const char* text) {
   int h = 0;
   int m = 0;
   constexpr int max_hours = 1000000;
-  const int got = text == nullptr ? 0 : std::sscanf(text, "%d:%d", &h, &m);
+  const int got = text == nullptr ? 0 : std::sscanf(text, "%9d:%9d", &h, &m);
   if (got < 1 || std::abs(static_cast<long>(h)) > max_hours ||
       std::abs(static_cast<long>(m)) > max_hours) {
     return 0;

@@ -35,7 +35,7 @@ int File::open(const char* name, const char* mode) {
     return 0;
   }
   access = way == 'r' ? 0 : 1;
-  if (!as_pipe && FileTool::isStdio(name)) {
+  if (FileTool::isStdio(name)) {
     stype = 1;
     return attach(access == 0 ? stdin : stdout);
   }

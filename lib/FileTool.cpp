@@ -32,14 +32,11 @@ bool hasMode(const char* name, mode_t kind) {
   return status(name, st) && (st.st_mode & S_IFMT) == kind;
 }
 
-/** Where the entry that starts at text ends: the next ":" with an entry behind it, or the end of
- * the text, since an empty entry ends the walk and the rest counts as the last entry. */
+/** Where the entry that starts at text ends: at the next ":"; or at the end of the text if the
+ * entry is empty, since that ends the walk and the rest counts as the last entry. */
 const char* entryEnd(const char* text) {
   const char* colon = std::strchr(text, ':');
-  if (colon == nullptr || colon == text || colon[1] == '\0' || colon[1] == ':') {
-    return text + std::strlen(text);
-  }
-  return colon;
+  return colon == nullptr || colon == text ? text + std::strlen(text) : colon;
 }
 
 }  // namespace

@@ -54,14 +54,17 @@ const Hash::Node* Hash::find(int k, const char* text) const {
 
 void Hash::store(Entry& entry, const void* value) const {
   const char* bytes = static_cast<const char*>(value);
-  if (bytes == nullptr) {
-    entry.data.assign(1, '\0');
-  } else if (type >= 1 && type <= 3) {
-    entry.data.assign(bytes, bytes + sizeof(int));
+  size_t size_of = 0;
+  if (type >= 1 && type <= 3) {
+    size_of = sizeof(int);
   } else if (data_size > 0) {
-    entry.data.assign(bytes, bytes + data_size);
-  } else {
-    entry.data.assign(bytes, bytes + std::strlen(bytes) + 1);
+    size_of = static_cast<size_t>(data_size);
+  } else if (bytes != nullptr) {
+    size_of = std::strlen(bytes);
+  }
+  entry.data.assign(size_of + 1, '\0');  // always terminated, whoever reads it as a text
+  if (bytes != nullptr) {
+    std::copy(bytes, bytes + size_of, entry.data.begin());
   }
 }
 

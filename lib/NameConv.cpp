@@ -23,7 +23,8 @@ constexpr int seconds_a_day = 86400;
 constexpr int seconds_an_hour = 3600;
 constexpr int seconds_a_minute = 60;
 constexpr int default_limit = 500;
-constexpr int max_steps = 50000;  // what a search looks at, whatever a text asks for
+constexpr int max_steps = 50000;    // what a date text can ask a search to look at
+constexpr int max_window = 600000;  // and a convention: over a year of minutes
 constexpr size_t max_key = 19;
 constexpr size_t max_ext = 29;
 constexpr size_t max_type = 19;
@@ -71,6 +72,9 @@ bool nextItem(const char*& p, Item& item) {
     const char* end = close != nullptr ? close : p + std::strlen(p);
     item.kind = Item::NAMED_PATH;
     item.name.assign(p + 1, end);
+    if (item.name.empty()) {
+      item.name = ".";  // no resource: the directory at hand
+    }
     p = close != nullptr ? close + 1 : end;
     return true;
   }
@@ -233,7 +237,7 @@ void NameConv::takeType(const char* text) {
   std::string taken = text;
   if (isDigit(*text)) {
     char word[32] = "";
-    std::sscanf(text, "%d,%31s", &min_size, word);
+    std::sscanf(text, "%9d,%31s", &min_size, word);
     taken = word;
   }
   type = taken.substr(0, max_type);
@@ -296,8 +300,9 @@ int NameConv::readConventions(const char* name, bool& matched) {
     Zqv::outWarning("NameConv: No file name convention file: %s\n", found.get());
     return 0;
   }
+  constexpr int max_lines = 100000;
   char line[line_size];
-  while (!matched && conventions.getLine(line, line_size) > 0) {
+  for (int i = 0; i < max_lines && !matched && conventions.getLine(line, line_size) > 0; i++) {
     matched = line[0] != '#' && std::strcspn(line, "\n") >= shortest_line && takeLine(line, name);
   }
   return 1;
@@ -844,15 +849,15 @@ int NameConv::setLatest(const char* text, NameConvFile& found) {
     int steps = limit;
     if (!missing(min_time) && !missing(off) && off != 0) {
       const double window = static_cast<double>(min_time) * seconds_a_minute / off + 1;
-      steps = std::max(steps, Tools::cut(window));
+      steps = std::max(steps, std::min(Tools::cut(window), max_window));
     }
     if (*p == '#' && isDigit(p[1])) {
-      steps = Tools::cut(std::strtod(p + 1, nullptr));
+      steps = std::min(Tools::cut(std::strtod(p + 1, nullptr)), max_steps);
       Zqv::outDebug(4, "LATE LIMIT: %d\n", steps);
       for (p++; isDigit(*p); p++) {
       }
     }
-    search(at, sign > 0 ? 1 : -1, std::min(steps, max_steps), name);
+    search(at, sign > 0 ? 1 : -1, steps, name);
   }
   sign = readSign(p);
   if (beginsOffset(p)) {

@@ -68,9 +68,9 @@ int Prog::prompt(const char* message, char* buffer, int size) {
     if (std::fgets(line.data(), size - 1, stdin) == nullptr) {
       return 0;
     }
-    StrLib::copy(buffer, size, line.data());
-    StrLib::trimWS(buffer);
-  } while (setCommand(buffer) != 0);
+    StrLib::trimWS(line.data());
+  } while (setCommand(line.data()) != 0);
+  StrLib::copy(buffer, size, line.data());
   return 1;
 }
 

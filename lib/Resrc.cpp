@@ -120,7 +120,7 @@ float Resrc::get(const char* name, float fallback) const {
 
 int Resrc::get(const char* name, int fallback) const {
   const char* value = get(name);
-  return beginsWithDigit(value) ? std::atoi(value) : fallback;
+  return beginsWithDigit(value) ? StrLib::toInt(value) : fallback;
 }
 
 int Resrc::scanf(const char* name, const char* format, ...) const {

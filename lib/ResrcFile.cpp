@@ -16,6 +16,7 @@ namespace {
 
 constexpr int line_size = 250;  // longest line and value, terminator included
 constexpr char branch_taken = 99;
+constexpr int max_lines = 1000000;  // a device that never ends isn't a resource file
 constexpr size_t max_name = 29;
 constexpr size_t max_tag = 19;
 
@@ -73,6 +74,7 @@ void ResrcFile::undefine(const char* text) {
 }
 
 int ResrcFile::open(const char* path) {
+  num_line = 0;
   if (!StrLib::valid(path)) {
     return File::open("zqv.cfg", "r");
   }
@@ -152,7 +154,8 @@ int ResrcFile::get(String& key, String& value) {
   key.clear();
   value.clear();
   char line[line_size];
-  while (getLine(line, line_size) > 0) {
+  while (num_line < max_lines && getLine(line, line_size) > 0) {
+    num_line++;
     if (line[0] == '#') {
       continue;
     }

@@ -57,6 +57,7 @@ class ResrcFile : public File {
   int num_tag = 0;
   std::vector<char> match;  ///< a cell per open IF: 0 false, 1 true, 99 a branch was taken already
   bool matches = true;
+  int num_line = 0;  ///< lines read of the file
 };
 
 }  // namespace ZQV

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "Const.h"
+#include "Tools.h"
 
 namespace ZQV {
 
@@ -81,6 +82,11 @@ std::string field(const char* s, int start, int len) {
 float number(const char* s) {
   return static_cast<float>(
       std::clamp(std::strtod(s, nullptr), -3.4028234663852886e38, 3.4028234663852886e38));
+}
+
+/** atoi() that saturates. */
+int wholeNumber(const char* s) {
+  return Tools::cut(static_cast<double>(std::strtol(s, nullptr, 10)));
 }
 
 bool fits(char c, char item) {
@@ -199,7 +205,7 @@ void StrLib::upCase(std::string& s) {
 }
 
 int StrLib::toInt(const char* s) {
-  return s == nullptr ? Const::MISS : std::atoi(s);
+  return s == nullptr ? Const::MISS : wholeNumber(s);
 }
 
 int StrLib::toInt(const char* s, int start) {
@@ -208,7 +214,7 @@ int StrLib::toInt(const char* s, int start) {
 
 int StrLib::toInt(const char* s, int start, int len) {
   const std::string text = field(s, start, len);
-  return text.empty() ? Const::MISS : std::atoi(text.c_str());
+  return text.empty() ? Const::MISS : wholeNumber(text.c_str());
 }
 
 float StrLib::toFloat(const char* s) {

@@ -17,6 +17,15 @@ String::String(const char* text) : maxlen(StrLib::length(text) + 1) {
   copy(text);
 }
 
+String& String::operator=(const String& other) {
+  if (this != &other) {
+    data = other.data;
+    ptr = 0;
+    settle();
+  }
+  return *this;
+}
+
 String& String::operator=(const char* text) {
   copy(text);
   return *this;
@@ -198,6 +207,8 @@ int String::scanf(const char* format, ...) const {
 
 int String::replace(char a, char b) {
   std::replace(data.begin(), data.end(), a, b);
+  data = std::string(data.c_str());
+  settle();
   return 1;
 }
 

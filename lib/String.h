@@ -17,9 +17,10 @@ class String {
   /** Takes the text with exactly the capacity that it needs; an absent text is empty. */
   String(const char* text);  // NOLINT(google-explicit-constructor): texts pass as Strings
   String(const String& other) = default;
-  String(String&& other) = default;
-  String& operator=(const String& other) = default;
-  String& operator=(String&& other) = default;
+  String(String&& other) noexcept = default;
+  /** Takes the text; the capacity only grows. */
+  String& operator=(const String& other);
+  String& operator=(String&& other) noexcept = default;
   String& operator=(const char* text);
   ~String() = default;
 

@@ -202,17 +202,17 @@ bool Strings::contains(int i, const char* text) const {
 
 int Strings::getInt(int i) const {
   const char* text = getString(i);
-  return Tools::isInt(text) ? std::atoi(text) : Const::MISS;
+  return Tools::isInt(text) ? StrLib::toInt(text) : Const::MISS;
 }
 
 int Strings::getInt(int i, int off) const {
   const char* text = getString(i, off);
-  return Tools::isInt(text) ? std::atoi(text) : Const::MISS;
+  return Tools::isInt(text) ? StrLib::toInt(text) : Const::MISS;
 }
 
 int Strings::getIntAfter(int i, char c) const {
   const char* text = getStringAfter(i, c);
-  return Tools::isInt(text) ? std::atoi(text) : Const::MISS;
+  return Tools::isInt(text) ? StrLib::toInt(text) : Const::MISS;
 }
 
 float Strings::getFloat(int i) const {

@@ -21,7 +21,11 @@ int Timezone::set(const char* text) {
   const std::string form = text;
   const size_t colon = form.find(':');
   name = form.substr(0, colon).substr(0, max_name);
-  const float hours = colon == std::string::npos ? 0.0F : StrLib::toFloat(form.c_str() + colon + 1);
+  const char* number = colon == std::string::npos ? nullptr : form.c_str() + colon + 1;
+  float hours = 0;
+  if (number == nullptr || std::sscanf(number, "%f", &hours) != 1) {
+    return 0;  // a name without hours would put UTC times under it
+  }
   offset = Tools::cut(static_cast<double>(hours) * seconds_an_hour);
   return 1;
 }

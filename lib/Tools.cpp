@@ -133,18 +133,9 @@ int Tools::toInt(float value) {
 
 float Tools::calcInterval(float high, float low, int n) {
   const float x = (high - low) / static_cast<float>(std::max(n, 1));
-  // The top rows divide and multiply by the same number before the ceiling: deliberate.
-  if (x >= 1000) {
-    return std::ceil(x / 1000 * 1000);
-  }
-  if (x >= 100) {
-    return std::ceil(x / 100 * 100);
-  }
-  if (x >= 10) {
-    return std::ceil(x / 10 * 10);
-  }
   if (x >= 1) {
-    return std::ceil(x);
+    return std::ceil(
+        x);  // also from 10, 100 and 1000 up, without a step to round numbers: deliberate
   }
   for (const float step : {10.0F, 100.0F, 1000.0F, 10000.0F}) {
     if (static_cast<double>(x) >= 1.0 / static_cast<double>(step)) {

@@ -202,10 +202,9 @@ int Zqv::pause() {
 }
 
 int Zqv::sleep(float seconds) {
-  constexpr float longest = 1.0e6F;
+  constexpr float longest = 4000.0F;  // what the wait takes in microseconds
   if (seconds > 0) {
-    ::usleep(
-        static_cast<useconds_t>(1.0e6 * static_cast<double>(std::min(seconds, longest / 1000))));
+    ::usleep(static_cast<useconds_t>(1.0e6 * static_cast<double>(std::min(seconds, longest))));
   }
   return 1;
 }
@@ -240,10 +239,9 @@ const char* Zqv::getVersion() {
 
 const char* Zqv::getComputerName() {
   static char name[40];
-  if (::gethostname(name, sizeof(name)) != 0) {
-    name[0] = '\0';
-  }
-  name[sizeof(name) - 1] = '\0';
+  char whole[256] = "";
+  ::gethostname(whole, sizeof(whole) - 1);
+  StrLib::copy(name, sizeof(name), whole);
   return name;
 }
 

@@ -163,6 +163,7 @@ TEST(Timezone, ReadsSignNameAndHours) {
   EXPECT_STREQ(est.getName(), "EAST");
   EXPECT_EQ(est.getOffset(), -18000);
   EXPECT_EQ(Timezone("IST:5.5").getOffset(), 19800);
+  EXPECT_FALSE(Timezone("EST").isSet()) << "UTC times would stand under another name";
   Timezone none;
   EXPECT_EQ(none.set(""), 0);
   EXPECT_FALSE(none.isSet());

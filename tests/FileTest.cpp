@@ -62,8 +62,11 @@ TEST(FileTool, PathLists) {
   EXPECT_EQ(FileTool::numPath(""), 0);
   EXPECT_EQ(FileTool::numPath(nullptr), 0);
   EXPECT_EQ(entry("a:b:c", 2), "c");
-  EXPECT_EQ(FileTool::numPath("a::b"), 1);  // an empty entry ends the walk
-  EXPECT_EQ(entry("a::b", 0), "a::b");
+  EXPECT_EQ(FileTool::numPath("a::b"), 2);  // an empty entry ends the walk
+  EXPECT_EQ(entry("a::b", 0), "a");
+  EXPECT_EQ(entry("a::b", 1), ":b");
+  EXPECT_EQ(FileTool::numPath("a:"), 1);
+  EXPECT_EQ(entry("a:", 0), "a");
   EXPECT_EQ(entry("a:b", 5), "");
   String out;
   EXPECT_EQ(FileTool::addPath("a:b", "c", out), 0);
@@ -267,6 +270,8 @@ TEST(Hash, FindsByEachKeyAndKeepsOrder) {
   ints.enterInt("k", 5);
   EXPECT_EQ(ints.searchInt("k"), 5);
   EXPECT_EQ(ints.searchInt("z"), Const::MISS);
+  ints.enter("absent", nullptr);
+  EXPECT_EQ(ints.searchInt("absent"), 0);
   EXPECT_EQ(hash.key("\xFF\xFE"), hash.key("\xFF\xFE"));
   EXPECT_GE(hash.key("\xFF\xFE\x80"), 0);
 }

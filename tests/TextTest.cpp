@@ -205,6 +205,7 @@ TEST(Tools, RoundsIntervals) {
   EXPECT_FLOAT_EQ(Tools::calcInterval(1, 0, 3), 0.4F);
   // The upper rows come to the plain ceiling and don't step to round hundreds: deliberate.
   EXPECT_FLOAT_EQ(Tools::calcInterval(2501, 0, 2), 1251.0F);
+  EXPECT_FLOAT_EQ(Tools::calcInterval(107, 0, 1), 107.0F);
   EXPECT_FLOAT_EQ(Tools::calcInterval(0.3F, 0, 1), 0.3F);
   EXPECT_FLOAT_EQ(Tools::calcInterval(5, 5, 0), 1.0F);
 }
