@@ -768,6 +768,22 @@ TEST(NidsFileTest, NothingOfAnEarlierProductIsLeft) {
   EXPECT_STREQ(info.getMisc(), "");
 }
 
+TEST(NidsFileTest, SamplesOfTheDemonstration) {
+  NidsFile nids;
+  NidsInfo info;
+  ASSERT_EQ(nids.open(ZQV_DATA_DIR "/sample.nids"), 1);
+  ASSERT_EQ(nids.readHeader(info), 1);
+  EXPECT_STREQ(info.getInfo(), "Base reflectivity [dBZ]");
+  EXPECT_EQ(NidsWalk(nids, false).rows, std::vector<int>(360, 460));
+  ASSERT_EQ(nids.open(ZQV_DATA_DIR "/sample_rain.nids"), 1);
+  ASSERT_EQ(nids.readHeader(info), 1);
+  EXPECT_STREQ(info.getInfo(), "Comp reflectivity [dBZ]");
+  const NidsWalk walk(nids, false);
+  EXPECT_EQ(walk.rows, std::vector<int>(464, 464));
+  EXPECT_EQ(walk.pages, 1);
+  EXPECT_EQ(walk.texts.size(), 6U);  // a head and five storms
+}
+
 TEST(NidsFileTest, ReadsDropWithoutADestination) {
   // Plain data as well as compressed: the two roads behave alike.
   for (const auto packing : {NidsMaker::PLAIN, NidsMaker::BZIP2_BEHIND}) {
