@@ -823,8 +823,10 @@ void NidsFile::setSize() {
 void NidsFile::settleDomain() {
   if (isVAD()) {
     dom.proj = DomainVal::PIXEL;
-    dom.clat = static_cast<float>((dom.ny - 1) / 2);
-    dom.clon = static_cast<float>((dom.nx - 1) / 2);
+    const int row_mid = (dom.ny - 1) / 2;  // in whole pixels
+    const int col_mid = (dom.nx - 1) / 2;
+    dom.clat = static_cast<float>(row_mid);
+    dom.clon = static_cast<float>(col_mid);
   } else if (isDPA()) {
     dom.proj = DomainVal::PSTEREO;
     dom.plat = 90;

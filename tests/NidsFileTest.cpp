@@ -297,6 +297,16 @@ TEST(NidsFileTest, BrokenStreamEndsTheDataAndKeepsTheHeader) {
   ::testing::internal::GetCapturedStderr();
 }
 
+// zlib tells a wrong check sum at the very end: what came before it has the header, and counts.
+TEST(NidsFileTest, WrongCheckSumAtTheEndLosesNothing) {
+  NidsMaker m = smallProduct();
+  m.packing = NidsMaker::ZLIB;
+  std::string data = m.build();
+  const std::string whole = walkOf(data);
+  data.back() = static_cast<char>(data.back() ^ 1);
+  EXPECT_EQ(walkOf(data), whole);
+}
+
 TEST(NidsFileTest, HeaderReachesTheSummary) {
   NidsMaker m = smallProduct();
   m.scan_num = 3;
@@ -612,7 +622,7 @@ TEST(NidsFileTest, ProductsWithAPlaneOfTheirOwn) {
   NidsMaker m = smallProduct();
   m.code = 48;
   m.layers = {NidsMaker::winds({{1, 2, 3, 4, 5}})};
-  const auto domainOf = [](const NidsMaker& maker) {
+  const auto domain_of = [](const NidsMaker& maker) {
     const TempFile file(maker.build());
     NidsFile nids;
     NidsInfo info;
@@ -620,7 +630,7 @@ TEST(NidsFileTest, ProductsWithAPlaneOfTheirOwn) {
     EXPECT_EQ(nids.readHeader(info), 1);
     return nids.getDomainVal();
   };
-  DomainVal dom = domainOf(m);
+  DomainVal dom = domain_of(m);
   EXPECT_EQ(dom.proj, DomainVal::PIXEL);
   EXPECT_EQ(dom.clat, 255);  // 511 / 2 in integers
   EXPECT_EQ(dom.clon, 255);
@@ -629,7 +639,7 @@ TEST(NidsFileTest, ProductsWithAPlaneOfTheirOwn) {
 
   m.code = 81;
   m.layers = {NidsMaker::array({{1, 2}, {3, 4}, {5, 6}})};
-  dom = domainOf(m);
+  dom = domain_of(m);
   EXPECT_EQ(dom.proj, DomainVal::PSTEREO);
   EXPECT_EQ(dom.plat, 90);
   EXPECT_EQ(dom.plon, -105);
@@ -640,8 +650,8 @@ TEST(NidsFileTest, ProductsWithAPlaneOfTheirOwn) {
 
   m.code = 58;
   m.layers = {NidsMaker::u2(2)};
-  EXPECT_EQ(domainOf(m).nx, 461);  // an unknown product still has a place on a map
-  EXPECT_GT(domainOf(m).dx, 0);
+  EXPECT_EQ(domain_of(m).nx, 461);  // an unknown product still has a place on a map
+  EXPECT_GT(domain_of(m).dx, 0);
 }
 
 TEST(NidsFileTest, SizesOutOfTheFileAreLimited) {
@@ -756,6 +766,22 @@ TEST(NidsFileTest, NothingOfAnEarlierProductIsLeft) {
   EXPECT_EQ(nids.readHeader(info), 0);
   EXPECT_EQ(info.getCode(), Const::MISS);
   EXPECT_STREQ(info.getMisc(), "");
+}
+
+TEST(NidsFileTest, SamplesOfTheDemonstration) {
+  NidsFile nids;
+  NidsInfo info;
+  ASSERT_EQ(nids.open(ZQV_DATA_DIR "/sample.nids"), 1);
+  ASSERT_EQ(nids.readHeader(info), 1);
+  EXPECT_STREQ(info.getInfo(), "Base reflectivity [dBZ]");
+  EXPECT_EQ(NidsWalk(nids, false).rows, std::vector<int>(360, 460));
+  ASSERT_EQ(nids.open(ZQV_DATA_DIR "/sample_rain.nids"), 1);
+  ASSERT_EQ(nids.readHeader(info), 1);
+  EXPECT_STREQ(info.getInfo(), "Comp reflectivity [dBZ]");
+  const NidsWalk walk(nids, false);
+  EXPECT_EQ(walk.rows, std::vector<int>(464, 464));
+  EXPECT_EQ(walk.pages, 1);
+  EXPECT_EQ(walk.texts.size(), 6U);  // a head and five storms
 }
 
 TEST(NidsFileTest, ReadsDropWithoutADestination) {

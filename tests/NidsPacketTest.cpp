@@ -52,8 +52,8 @@ TEST(NidsPacketTest, RunsOfNoneAreDeliveredAndTheWalkEndsByBytes) {
   // Two halfwords: a run of none in the middle and one as padding.
   const std::string layer = NidsMaker::u2(44831) + NidsMaker::u2(4) + NidsMaker::u2(230) +
                             std::string(6, '\0') + NidsMaker::u2(1) + NidsMaker::u2(2) +
-                            NidsMaker::u2(-5) + NidsMaker::u2(10) + "\xF3" +
-                            std::string(1, '\x05') + "\x21" + std::string(1, '\0');
+                            NidsMaker::u2(-5) + NidsMaker::u2(10) + NidsMaker::u2(0xF305) +
+                            NidsMaker::u2(0x2100);
   Opened o(product(19, layer));
   EXPECT_EQ(o.info.getType(), NidsFile::RADIAL);
   EXPECT_EQ(o.nids.getBin0(), 4);
