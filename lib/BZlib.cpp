@@ -40,6 +40,9 @@ int BZlib::decomp() {
   if (type != DECOMPRESS || !setup) {
     return -1;
   }
+  if (stat < 0) {
+    return stat;  // bzip2 doesn't bear another call after an error
+  }
   stat = BZ2_bzDecompress(&bz);
   if (stat == BZ_STREAM_END) {
     const bz_stream place = bz;  // where input and output stand
