@@ -63,7 +63,7 @@ void inverse(benchmark::State& state) {
   std::vector<Point> places;
   places.reserve(num_points);
   for (int i = 0; i < num_points; i++) {
-    places.emplace_back(centre.x + 0.01F * static_cast<float>(i - num_points / 2),
+    places.emplace_back(centre.x + 0.01F * (static_cast<float>(i) - 0.5F * num_points),
                         centre.y + 0.02F * static_cast<float>(i % 50));
   }
   EarthPoint e;

@@ -13,10 +13,7 @@ int ColorBar::setParam(const char* text) {
     if (items.equal(i, "lo", 2)) {
       setLocate(items.getStringAfter(i, '='));
     } else if (items.equal(i, "ra", 2)) {
-      Range given;
-      if (items.scanf(i, 3, "%f:%f", &given.min, &given.max) == 2) {
-        range = given;
-      }
+      items.scanf(i, 3, "%f:%f", &range.min, &range.max);
     }
   }
   return 1;

@@ -62,7 +62,8 @@ int Figure::setParam(const char* text) {
     } else if (items.equal(i, "ref", 3)) {
       refresh = items.index(i, '=') >= 0 ? items.getIntAfter(i, '=') : 1;
     } else if (items.equal(i, "nf", 2)) {
-      num_frames = items.getInt(i, 3);
+      const int frames = items.getInt(i, 3);
+      num_frames = frames >= 1 ? frames : num_frames;
     } else if (items.equal(i, "nobord")) {
       border = 0;
     } else if (items.equal(i, "linc", 4)) {
@@ -189,7 +190,7 @@ void Figure::setTimeBase(Drawing& drawing) {
     num_frames = drawing.getNumFrames();
     loop_type = drawing.getLoopType();
   }
-  if (loop_inc == -1) {
+  if (loop_inc == -1 && drawing.getDateOffset() != Const::MISS) {
     loop_inc = drawing.getDateOffset();
   }
   if (!bdate.isSet()) {
@@ -254,15 +255,20 @@ int Figure::endPlot() {
 /** There is data for this moment that the frame before doesn't show already. */
 bool Figure::isNewFrame(Date& date) {
   Drawing* first = firstLooping();
-  if (first == nullptr || first->setFilename(date, "") == 0) {
-    return false;
-  }
+  bool available = first != nullptr && first->setFilename(date, "") != 0;
   Date found;
-  first->getDate(found);
+  if (first != nullptr) {
+    first->getDate(found);
+  }
   constexpr int detail = 3;
   Zqv::outDebug(detail, "***************************************************\n");
-  const bool compares = loop_type == OVER_DATES || num_plot == 1;
-  return !(compares && found.getSeconds() == ldate.getSeconds());
+  // What an earlier run of the loop drew doesn't count, nor a date before anything is drawn: a file
+  // without date makes one frame, and a redraw starts from nothing.
+  const bool compares = loop_frames == 1 && (loop_type == OVER_DATES || num_plot == 1);
+  if (compares && found.getSeconds() == ldate.getSeconds()) {
+    available = false;
+  }
+  return available;
 }
 
 int Figure::drawPlot() {

@@ -191,6 +191,8 @@ int Graph::close() {
   const int result = opened ? window->close() : 0;
   window.reset();
   opened = false;
+  managed = false;
+  hfont = 0;
   return result;
 }
 
@@ -567,7 +569,7 @@ int Graph::setFont(const char* name) {
     font = std::move(found);
     font_type = STROKE_FONT;
   } else {
-    font_type = spec.find('{', 2) != std::string::npos ? SCALED_FONT : DEVICE_FONT;
+    font_type = spec.find('{', 1) != std::string::npos ? SCALED_FONT : DEVICE_FONT;
   }
   font_name = cutText(name, MAX_FONT_NAME);
   font_spec = spec;

@@ -321,7 +321,7 @@ int ImageMath::blank(Image& image, const EarthPoint& p1, const EarthPoint& p2) {
     if (p1.lon <= p2.lon) {
       outside = outside || e.lon < p1.lon || e.lon > p2.lon;
     } else {
-      outside = outside || (e.lon >= 0.0F && e.lon < p1.lon) || (e.lon < 0.0F && e.lon > p2.lon);
+      outside = outside || (e.lon > 0.0F && e.lon < p1.lon) || (e.lon < 0.0F && e.lon > p2.lon);
     }
     if (outside) image.setPixel(x, y, 0);
   });

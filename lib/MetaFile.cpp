@@ -18,7 +18,11 @@ namespace {
 constexpr size_t MAX_FILENAME = std::string::npos;  // paths are never cut: it would be another file
 constexpr int WHITE = 0xffffff;
 
+/** Words of this and the other devices, none of which is a file's name. */
 bool isOption(const char* item) {
+  for (const char* word : {"hfont", "color", "gray", "port", "land"}) {
+    if (StrLib::iequal(item, word)) return true;
+  }
   return StrLib::iequal(item, "sz=", 3) || StrLib::iequal(item, "file=", 5);
 }
 
@@ -234,8 +238,8 @@ int MetaFile::drawImage(Image& image, float px, float py) {
   if (!opened || !image.validData() || HexRaster::getSize(clip, columns, rows) == 0) return 0;
   char head[128];
   StrLib::printf(head, sizeof(head), "I\n%d %d translate\n%d %d scale\n",
-                 Tools::cut(static_cast<double>(clip.x)), Tools::cut(static_cast<double>(clip.y)),
-                 columns, rows);
+                 Tools::cut(std::round(static_cast<double>(clip.x))),
+                 Tools::cut(std::round(static_cast<double>(clip.y))), columns, rows);
   out.put(head);
   const int result = HexRaster::write(out, image, clip, px, py, HexRaster::METAFILE);
   out.put("grestore\n");

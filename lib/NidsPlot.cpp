@@ -419,6 +419,10 @@ int NidsPlot::draw(Plot& plot) {
   constexpr int level = 6;
   Zqv::outMessage(level, "NidsPlot: reading file: %s\n", filename.getName());
   nids.readHeader(info);
+  const bool asked = StrLib::hasToken(Zqv::getResrc("parameter"), ',', "map");
+  if (map != 0 && (asked || isPresent(Zqv::getResrc("map_file")))) {
+    Zqv::outWarning("NidsPlot: map overlays are not available in this build\n");
+  }
   drawImage(plot);
   drawData(plot);
   nids.close();

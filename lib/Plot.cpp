@@ -459,8 +459,10 @@ int Plot::newPanel(const char* text) {
   graph.setWindow(0, place);
   graph.setTran(tran);
   if (num_panel < max_panels) {
-    panels[static_cast<size_t>(num_panel)] = panel();
-    cur_panel = num_panel++;
+    const int next = std::min(cur_panel + 1, max_panels - 1);
+    panels[static_cast<size_t>(next)] = panel();
+    cur_panel = next;
+    num_panel++;
   }
   Panel& p = panel();
   p.limits = place;
@@ -615,28 +617,29 @@ int Plot::cropLine(Points& points) const {
   if (panel().domain.getProj() != DomainVal::LATLON || points.getNum() < 1) {
     return 0;
   }
+  Points cropped(points.getNum() + 2);
+  cropped.add(points.getX(0), points.getY(0));
   int num_cut = 0;
   bool changed = false;
   bool was_inside = !beyondEdge(points.getX(0));
   for (int i = 1; i < points.getNum(); i++) {
     Point before;
     Point p;
-    points.get(i - 1, before);
+    cropped.get(-1, before);
     points.get(i, p);
     bool inside = !beyondEdge(p.x);
     if (!was_inside && !inside) {
       Zqv::outDebug(debug_level, "DEL %d %.2f %.2f\n", i - 1, static_cast<double>(before.x),
                     static_cast<double>(before.y));
-      points.remove(i - 1);
-      i--;
+      cropped.trunc(cropped.getNum() - 1);
       changed = true;
     } else if (!was_inside) {
-      moveToEdge(before, p, edgeOf(before.x));
-      points.set(i - 1, before);
+      cropped.trunc(cropped.getNum() - 1);
       if (num_cut > 0) {
-        points.insert(i - 1, Const::FMISS, Const::FMISS);
-        i++;
+        cropped.add(Const::FMISS, Const::FMISS);
       }
+      moveToEdge(before, p, edgeOf(before.x));
+      cropped.add(before);
       changed = true;
     } else if (!inside) {
       Zqv::outDebug(debug_level, "CROP< %d %.2f %.2f\n", i, static_cast<double>(p.x),
@@ -645,18 +648,21 @@ int Plot::cropLine(Points& points) const {
         // The point itself moves to the edge and counts as inside from here on, so that a line
         // which comes back at once goes on from there without a break: deliberate.
         moveToEdge(p, before, edgeOf(p.x));
-        points.set(i, p);
         num_cut++;
         inside = true;
         changed = true;
       }
     }
+    cropped.add(p);
     was_inside = inside;
   }
-  const int last = points.getNum() - 1;
-  if (last >= 0 && points.getX(last) != Const::FMISS && beyondEdge(points.getX(last))) {
-    points.remove(last);
+  const int last = cropped.getNum() - 1;
+  if (cropped.getX(last) != Const::FMISS && beyondEdge(cropped.getX(last))) {
+    cropped.trunc(last);
     changed = true;
+  }
+  if (changed) {
+    points.copy(cropped);
   }
   return changed ? 1 : 0;
 }
@@ -1178,10 +1184,9 @@ void Plot::drawLabel(const PlotLabel& l, int count, const Rect& view, float spac
     y += static_cast<float>(steps) * step;
     height = step * label_height;
   }
-  PlotAttr own = attr;
-  own.update(PlotAttr(l.format.c_str()));
   graph.setTextHeight(height);
-  setText(own, height);
+  setText(attr, height);
+  setText(PlotAttr(l.format.c_str()), height);
   graph.setTextAlign(column + 1, hangs ? Graph::VALIGN_TOP : Graph::VALIGN_BOTTOM);
   String text;
   formatLabel(l.string.c_str(), text);
@@ -1439,7 +1444,7 @@ int Plot::decodeGeometryStr(const char* text, GeomBox& box) {
     box.x = *x_sign == '-' ? -x : x;
     box.y = *y_sign == '-' ? -y : y;
   };
-  const int n = std::sscanf(text, "%fx%f%1[-+]%f%1[-+]%f", &w, &h, x_sign, &x, y_sign, &y);
+  const int n = std::sscanf(text, "%fx%f%7[-+]%f%7[-+]%f", &w, &h, x_sign, &x, y_sign, &y);
   if (n == 6) {
     box.width = w;
     box.height = h;
@@ -1452,7 +1457,7 @@ int Plot::decodeGeometryStr(const char* text, GeomBox& box) {
     box.height = h;
     return 1;
   }
-  if (std::sscanf(text, "%1[-+]%f%1[-+]%f", x_sign, &x, y_sign, &y) == 4) {
+  if (std::sscanf(text, "%7[-+]%f%7[-+]%f", x_sign, &x, y_sign, &y) == 4) {
     box = GeomBox();
     place();
     return 3;

@@ -99,7 +99,11 @@ class Plot : public Listener {
   int setDomain(const Domain& domain) { return setPanel(domain); }
   int setDomain(const DomainVal& val);
   int setDomain(const Rect& rect, const Domain& domain) { return setPanel(rect, domain); }
+  int setDomain(const Rect& rect, float aspect, int halign, int valign) {
+    return setPanel(rect, aspect, halign, valign);
+  }
   int setDomain(const Rect& rect, float aspect) { return setPanel(rect, aspect); }
+  int setDomain(int i) { return setPanel(i); }
   int setDomain(const Rect& rect) { return setPanel(rect); }
   int setDomain() { return setPanel(); }
   int setPanelDomain(int i, const Domain& domain);

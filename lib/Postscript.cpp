@@ -277,8 +277,9 @@ int Postscript::drawImage(Image& image, float px, float py) {
   StrLib::printf(head, sizeof(head),
                  "gsave\n%d %d translate\n%d %d scale\n/picstr %d string def\n"
                  "%d %d 8 [ %d 0 0 %d 0 %d ]\n{ currentfile picstr readhexstring pop }\n",
-                 Tools::cut(static_cast<double>(clip.x)), Tools::cut(static_cast<double>(clip.y)),
-                 columns, rows, columns, columns, rows, columns, -rows, rows);
+                 Tools::cut(std::round(static_cast<double>(clip.x))),
+                 Tools::cut(std::round(static_cast<double>(clip.y))), columns, rows, columns,
+                 columns, rows, columns, -rows, rows);
   out.put(head);
   out.put(color != 0 ? "false 3 colorimage\n" : "image\n");
   const int result =

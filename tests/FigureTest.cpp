@@ -118,7 +118,9 @@ TEST_F(FigureTest, LoopsRunForwardToTheLastFrame) {
   drawing.first = 1073043000;  // 11:30
   EXPECT_EQ(run(drawing, "nf=6"), (Notes{"file()", "021130", "021200"})) << "a gap is no frame";
   EXPECT_LE(run(drawing, "nf=2000000000").size(), 130U) << "frames are capped";
-  EXPECT_EQ(run(drawing, "nf=-5"), (Notes{"file()"}));
+  for (const char* none : {"nf=-5", "nf=0", "nf", "nf=x"}) {
+    EXPECT_EQ(run(drawing, none).size(), 3U) << none << ": as if nothing were said";
+  }
 }
 
 TEST_F(FigureTest, TheCurrentTimeIsTheLastFrame) {

@@ -246,7 +246,7 @@ TEST_F(PostscriptTest, PlacesImagesInTheClipBox) {
     });
     const bool color = *row.params != '\0';
     EXPECT_EQ(text.substr(text.find("gsave")),
-              std::string("gsave\n9 19 translate\n5 4 scale\n/picstr 5 string def\n"
+              std::string("gsave\n10 20 translate\n5 4 scale\n/picstr 5 string def\n"
                           "5 4 8 [ 5 0 0 -4 0 4 ]\n{ currentfile picstr readhexstring pop }\n") +
                   (color ? "false 3 colorimage\n" : "image\n") + row.rows + "grestore\n")
         << row.fault;
