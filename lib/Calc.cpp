@@ -26,8 +26,9 @@ bool missing(Values... v) {
   return ((static_cast<double>(v) == MISS) || ...);
 }
 
+/** A result that isn't finite is missing; a negative zero is a zero. */
 float toFloat(double v) {
-  return static_cast<float>(v);
+  return std::isfinite(v) ? static_cast<float>(v + 0.0) : Const::FMISS;
 }
 
 /** Vapor pressure of a dew point, or the value itself where it is too low for a temperature. */

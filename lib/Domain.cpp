@@ -829,8 +829,13 @@ int Domain::tran(const GridPoint& g, Point& p) const {
     p.set(Const::FMISS, Const::FMISS);
     return 0;
   }
-  p.set(toFloat(static_cast<double>(g.gx) * dx + limits.xmin),
-        toFloat(limits.ymax - static_cast<double>(g.gy) * dy));
+  const double x = static_cast<double>(g.gx) * dx + limits.xmin;
+  const double y = limits.ymax - static_cast<double>(g.gy) * dy;
+  if (!isSane(x) || !isSane(y)) {
+    p.set(Const::FMISS, Const::FMISS);
+    return 0;
+  }
+  p.set(toFloat(x), toFloat(y));
   return 1;
 }
 
@@ -847,7 +852,13 @@ int Domain::tran(const Point& p, GridPoint& g) const {
       d -= OFFSET_LL;
     }
   }
-  g.set(toFloat(d / dx), toFloat((static_cast<double>(limits.ymax) - p.y) / dy));
+  const double gx = d / dx;
+  const double gy = (static_cast<double>(limits.ymax) - p.y) / dy;
+  if (!isSane(gx) || !isSane(gy)) {
+    g.init();
+    return 0;
+  }
+  g.set(toFloat(gx), toFloat(gy));
   return 1;
 }
 
@@ -915,8 +926,8 @@ bool Domain::withinExt(const Point& p, int n) const {
   if (!isSet()) {
     return true;
   }
-  const float w = static_cast<float>(n) * dx;
-  const float h = static_cast<float>(n) * dy;
+  const float w = n == 0 ? 0.0F : static_cast<float>(n) * dx;  // dx may be infinite
+  const float h = n == 0 ? 0.0F : static_cast<float>(n) * dy;
   return p.x >= limits.xmin - w && p.x <= limits.xmax + w && p.y >= limits.ymin - h &&
          p.y <= limits.ymax + h;
 }

@@ -86,9 +86,6 @@ void Grid::setSize(int cols, int rows) {
 
 void Grid::setDomain(const Domain& d) {
   domain = d;
-  if (d.getNx() > 0 && d.getNy() > 0) {
-    setSize(d.getNx(), d.getNy());
-  }
 }
 
 Date Grid::getValidDate() const {

@@ -43,7 +43,7 @@ class Grid {
   /** A size other than that of the values drops them. */
   void setSize(int cols, int rows);
   void setGridType(int n) { grid_type = n; }
-  /** Takes the size of a domain that has one. */
+  /** Where the field lies; its size is a matter of setSize(). */
   void setDomain(const Domain& d);
   void setModel(int n) { model = n; }
   /** Cut at 19 characters. */
@@ -82,6 +82,9 @@ class Grid {
   int tran(const Point& p, GridPoint& g) const { return domain.tran(p, g); }
   int tran(EarthPoint& e, GridPoint& g) { return domain.tran(e, g); }
   int tran(const GridPoint& g, EarthPoint& e) { return domain.tran(g, e); }
+  int tran(int corner, EarthPoint& e) { return domain.tran(corner, e); }
+  int tran(int corner, GridPoint& g) { return domain.tran(corner, g); }
+  int tran(int corner, Point& p) { return domain.tran(corner, p); }
   /** Into another domain's plane. */
   int tran(const Point& in, Domain& to, Point& out) {
     return Domain::translate(domain, to, in, out);

@@ -64,6 +64,9 @@ const char* takeNumber(const char* s, double& v) {
 const char* takeFactor(const char* text, float& factor) {
   factor = 1;
   double v = 1;
+  while (*text == ' ') {
+    text++;
+  }
   const char* p = takeNumber(text, v);
   if (p == text) {
     if (*p != '-') {

@@ -119,7 +119,8 @@ TEST(Grid, ReadsThroughItsDomain) {
   Domain domain;
   ASSERT_EQ(DomainTool::decode(domain, "ps,40,-100,3,3,1,1"), 1);
   grid.setDomain(domain);
-  EXPECT_EQ(grid.getNx(), 3);
+  EXPECT_EQ(grid.getNx(), Const::MISS) << "the size is set apart";
+  grid.setSize(3, 3);
   ASSERT_EQ(grid.allocData(), 1);
   grid.setValue(1, 1, 7);
   EarthPoint centre(40, -100);
