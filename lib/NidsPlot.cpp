@@ -14,6 +14,7 @@
 #include "DateTool.h"
 #include "Domain.h"
 #include "EarthPoint.h"
+#include "FileTool.h"
 #include "Plot.h"
 #include "PlotAttr.h"
 #include "Points.h"
@@ -376,10 +377,18 @@ int NidsPlot::print() {
 }
 
 int NidsPlot::getDomain(Domain& domain) {
-  NidsFile file;  // one of its own, so that a stream being drawn isn't touched
+  // A reader of its own, so that a stream being drawn isn't touched; standard input can be read
+  // only once, and stays open for the drawing.
+  const bool standard = FileTool::isStdio(filename.getName());
+  NidsFile own;
+  NidsFile& file = standard ? nids : own;
   if (filename.isSet() && file.open(filename.getName()) != 0) {
     NidsInfo summary;
     file.readHeader(summary);
+    if (standard) {
+      info = summary;
+      begun = true;
+    }
     DomainVal val = file.getDomainVal();
     if (!file.isMosaic() && !file.isVAD() && !file.isDPA()) {
       val.nx = std::clamp(val.ny, 0, max_side) * 3 / 2 + 1;
@@ -412,13 +421,17 @@ int NidsPlot::draw(Plot& plot) {
   if (!filename.isSet()) {
     filename.setFile("la");
   }
-  if (nids.open(filename.getName()) == 0) {
+  const bool goes_on = begun && nids.isOpen() && FileTool::isStdio(filename.getName());
+  begun = false;
+  if (!goes_on && nids.open(filename.getName()) == 0) {
     Zqv::outWarning("NidsPlot: Unable to open file: %s\n", filename.getName());
     return 0;
   }
   constexpr int level = 6;
   Zqv::outMessage(level, "NidsPlot: reading file: %s\n", filename.getName());
-  nids.readHeader(info);
+  if (!goes_on) {
+    nids.readHeader(info);
+  }
   const bool asked = StrLib::hasToken(Zqv::getResrc("parameter"), ',', "map");
   if (map != 0 && (asked || isPresent(Zqv::getResrc("map_file")))) {
     Zqv::outWarning("NidsPlot: map overlays are not available in this build\n");

@@ -114,6 +114,7 @@ class NidsPlot : public Drawing, public Listener {
   Timezone tz;
   NidsFile nids;
   NidsInfo info;
+  bool begun = false;  ///< nids has the header of standard input already
 };
 
 }  // namespace ZQV

@@ -405,6 +405,14 @@ TEST_F(RoadTest, BrokenProductsEndCalmly) {
   EXPECT_EQ(none.err, "NidsPlot: Unable to open file: none.nids\n");
 }
 
+TEST_F(RoadTest, StandardInputAndPipesGiveTheSamePicture) {
+  const size_t drawn = draw(radialProduct()).size();
+  runScopeview(dir, "-in nids -de meta,b.meta - < a.nids");
+  EXPECT_EQ(readMeta(dir.read("b.meta")).size(), drawn);
+  runScopeview(dir, "-in nids -de meta,c.meta '|cat a.nids'");
+  EXPECT_EQ(readMeta(dir.read("c.meta")).size(), drawn);
+}
+
 TEST_F(RoadTest, ReadsOtherInputsAndDevicesLater) {
   ProgramRun later = runScopeview(dir, "-in img x.gif -de meta,m.meta");
   EXPECT_NE(later.err.find("input type img is not available"), std::string::npos);

@@ -8,7 +8,8 @@ count of coordinate pairs (3 columns), then the pairs as characters around "R": 
 first, then the strokes, with " R" to lift the pen.
 
 One unit there is 5 units here, which puts the capitals on the 105 units that make one text height,
-the baseline at 35 and the lowest descender at 0. Each glyph starts at x = 0 and is as wide as its
+the baseline at 35; below it strokes are shortened to three quarters, so that labels which stand on
+the frame of a picture don't touch it. Each glyph starts at x = 0 and is as wide as its
 ink, as Graph adds the gap between characters itself.
 """
 
@@ -17,6 +18,7 @@ import sys
 SCALE = 5
 BASELINE = 9  # y of the baseline in the source, where y grows downward
 HEIGHT = 35  # y of the baseline here
+DESCENT = 0.75  # of strokes below the baseline
 MAX_X = 125  # 128 and up lift the pen, 254 ends the file
 PEN_UP = 128
 END_FILE = 254
@@ -65,7 +67,8 @@ def convert(strokes):
     for stroke in strokes:
         for i, (x, y) in enumerate(stroke):
             up = PEN_UP if i == 0 else 0
-            moves += [round((x - left) * scale) + up, (BASELINE - y) * SCALE + HEIGHT]
+            rise = (BASELINE - y) * SCALE
+            moves += [round((x - left) * scale) + up, HEIGHT + (rise if rise >= 0 else round(rise * DESCENT))]
     return moves
 
 
