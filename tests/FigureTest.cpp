@@ -110,6 +110,8 @@ TEST_F(FigureTest, LoopsRunForwardToTheLastFrame) {
   EXPECT_EQ(run(drawing, ""), (Notes{"file()", "021200"}));
   EXPECT_EQ(run(drawing, "nf=3"), (Notes{"file()", "021140", "021150", "021200"}));
   EXPECT_EQ(run(drawing, "nf=3,linc=30,fi=x"), (Notes{"file(x)", "021100", "021130", "021200"}));
+  // Any token that begins with "fi" names the file: deliberate.
+  EXPECT_EQ(run(drawing, "filter=y").front(), "file(y)");
   drawing.frames = 2;
   EXPECT_EQ(run(drawing, ""), (Notes{"file()", "021150", "021200"}));
   drawing.period = 1800;

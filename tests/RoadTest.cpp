@@ -352,6 +352,28 @@ TEST_F(RoadTest, BlankingAroundTheRadar) {
   EXPECT_EQ(count("-dr=-plot"), 0U);
 }
 
+TEST_F(RoadTest, UserFillsTakeOverTheColours) {
+  NidsMaker maker;
+  maker.layers = {NidsMaker::radials({{0, 1, {2, 2, 9, 9, 9}}})};
+  const double bottom = bottomOf(OwnPage(11, 1));
+  const auto fills = [&](const std::string& args) {
+    std::vector<int> list;
+    for (const Record& r : bins(draw(maker, args), bottom)) {
+      list.push_back(r.fill_color);
+    }
+    return list;
+  };
+  using Fills = std::vector<int>;
+  const int red = color["red"];
+  const int green = color["green"];
+  EXPECT_EQ(fills("-cof 30:red"), (Fills{red, red, red})) << "values of its own";
+  EXPECT_EQ(fills("-pa cof=0:green"), Fills(5, green));
+  EXPECT_EQ(fills("-cof off,off,green,red"), (Fills{green, green, red, red, red}))
+      << "the product's levels where it has none";
+  // The renderer tells the key by two characters, so that any "co..." is a fill: deliberate.
+  EXPECT_EQ(fills("-pa cola=0:red"), Fills(5, red));
+}
+
 TEST_F(RoadTest, RasterBlankingCountsKilometres) {
   NidsMaker maker;
   maker.code = 41;
