@@ -481,47 +481,56 @@ int Graph::setFillStyle(int style) {
 }
 
 int Graph::setMarkType(int type) {
+  if (window == nullptr) return 0;
   return change(mark_type, type);
 }
 
 int Graph::setMarkSize(float size) {
+  if (window == nullptr) return 0;
   return change(mark_size, size);
 }
 
 int Graph::setTextHeight(float height) {
+  if (window == nullptr) return 0;
   const int result = change(text_height, height);
   if (font_type == SCALED_FONT) setFontSpec();
   return result;
 }
 
 int Graph::setTextExpansion(float v) {
+  if (window == nullptr) return 0;
   text_expan = v;
   return 1;
 }
 
 int Graph::setTextSpacing(float v) {
+  if (window == nullptr) return 0;
   text_char_space = v;
   return 1;
 }
 
 int Graph::setTextCharWidth(float v) {
+  if (window == nullptr) return 0;
   text_char_width = v;
   return 1;
 }
 
 int Graph::setTextBoxColor(int value) {
+  if (window == nullptr) return 0;
   text_box_color = value;
   text_box = true;
   return 1;
 }
 
 int Graph::setTextAlign(int halign, int valign) {
+  if (window == nullptr) return 0;
   text_halign = halign;
   text_valign = valign;
   return 1;
 }
 
 int Graph::setTextDirection(float upx, float upy) {
+  if (window == nullptr) return 0;
   const float length = std::hypot(upx, upy);
   if (!(length > 0.0F) || !std::isfinite(length)) return 0;
   text_upx = upx / length;
@@ -530,16 +539,19 @@ int Graph::setTextDirection(float upx, float upy) {
 }
 
 int Graph::setDropColor(int value) {
+  if (window == nullptr) return 0;
   drop_color = value;
   return 1;
 }
 
 int Graph::setDropShadow(int n) {
+  if (window == nullptr) return 0;
   drop_shadow = std::clamp(n, 0, MAX_SHADOW);
   return 1;
 }
 
 int Graph::setDropWidth(float width) {
+  if (window == nullptr) return 0;
   drop_width = width;
   return 1;
 }
