@@ -359,7 +359,8 @@ void NidsFile::refillZlib() {
 
 void NidsFile::refillBZlib() {
   constexpr int tail_size = 10000;  // in this last bit of a file a trailer is looked for
-  while (buf.getAvail() == 0 && in.getAvail() > 0) {
+  // Also without input, where a file that is cut short ends: a block that is whole still comes out.
+  while (buf.getAvail() == 0) {
     const int unread = in.getAvail();
     bz.decomp(in, buf);
     const bool stuck = in.getAvail() == unread;
@@ -415,7 +416,8 @@ int NidsFile::readBytes(void* dest, int count) {
     if (comp_test != 0 && testCompression() < 0) {
       return -1;
     }
-    if (file_type != PLAIN && buf.getAvail() == 0 && in.getAvail() > 0 && refill() == 0) {
+    const bool has_input = in.getAvail() > 0 || file_type == BZIP2;
+    if (file_type != PLAIN && buf.getAvail() == 0 && has_input && refill() == 0) {
       return 0;
     }
     Buffer& from = file_type == PLAIN ? in : buf;
@@ -552,11 +554,12 @@ int NidsFile::messHeader() {
 }
 
 int NidsFile::prodDesc() {
-  unsigned char block[desc_block];
-  if (readBytes(block, 2) != 1 || getU2(block) != divider ||
-      readBytes(block + 2, desc_block - 2) != 1) {
+  unsigned char block[desc_block] = {};
+  if (readBytes(block, 2) != 1 || getU2(block) != divider) {
     return 0;
   }
+  // Of a block that is cut short the fields count that are there.
+  const bool whole = readBytes(block + 2, desc_block - 2) == 1;
   lat = static_cast<float>(getS4(block + 2)) / 1000;
   lon = static_cast<float>(getS4(block + 6)) / 1000;
   elev = static_cast<float>(getS2(block + 10)) * 0.3048F;  // from feet
@@ -584,7 +587,7 @@ int NidsFile::prodDesc() {
   if (Zqv::checkMessage(8)) {
     printDesc();
   }
-  return 1;
+  return whole ? 1 : 0;
 }
 
 float NidsFile::float16(int word) {

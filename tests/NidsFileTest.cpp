@@ -307,6 +307,38 @@ TEST(NidsFileTest, WrongCheckSumAtTheEndLosesNothing) {
   EXPECT_EQ(walkOf(data), whole);
 }
 
+TEST(NidsFileTest, CutDescriptionKeepsThePlaceOfTheRadar) {
+  NidsMaker m;
+  m.envelope = NidsMaker::BARE;
+  const TempFile file(m.build().substr(0, 18 + 40));
+  NidsFile nids;
+  NidsInfo info;
+  ASSERT_EQ(nids.open(file.name()), 1);
+  EXPECT_EQ(nids.readHeader(info), 1);
+  EXPECT_FLOAT_EQ(info.getLat(), 35.333F);
+  EXPECT_EQ(info.getMode(), 2);
+}
+
+TEST(NidsFileTest, CutBehindABlockOfBzip2LosesNothingOfTheBlock) {
+  NidsMaker m;
+  m.code = 94;
+  m.packing = NidsMaker::BZIP2_BEHIND;
+  std::vector<NidsMaker::Radial> list;
+  for (int i = 0; i < 360; i++) {
+    list.push_back({static_cast<double>(i), 1, std::vector<int>(460, 2 + i * 7 % 250)});
+  }
+  m.layers = {NidsMaker::digital(list)};
+  const std::string whole = m.build();
+  constexpr size_t end_of_stream = 10;  // marker and check sum behind the only block
+  const TempFile file(whole.substr(0, whole.size() - end_of_stream));
+  NidsFile nids;
+  NidsInfo info;
+  ASSERT_EQ(nids.open(file.name()), 1);
+  nids.readHeader(info);
+  const NidsWalk walk(nids, false);
+  EXPECT_EQ(walk.cells.size(), 360U * 460U);
+}
+
 TEST(NidsFileTest, HeaderReachesTheSummary) {
   NidsMaker m = smallProduct();
   m.scan_num = 3;
