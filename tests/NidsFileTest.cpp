@@ -324,6 +324,7 @@ TEST(NidsFileTest, CutBehindABlockOfBzip2LosesNothingOfTheBlock) {
   m.code = 94;
   m.packing = NidsMaker::BZIP2_BEHIND;
   std::vector<NidsMaker::Radial> list;
+  list.reserve(360);
   for (int i = 0; i < 360; i++) {
     list.push_back({static_cast<double>(i), 1, std::vector<int>(460, 2 + i * 7 % 250)});
   }
