@@ -15,8 +15,6 @@ constexpr size_t MAX_FILENAME = 60;
 constexpr float UNITS_INCH = 1015.0F;
 constexpr float UNITS_PIXEL = 0.72F;
 constexpr float CLIP_MARGIN = 0.1F;
-constexpr float MIN_SCALE = 0.01F;
-constexpr float MAX_SCALE = 1000.0F;
 constexpr float BASE_WIDTH = 0.3F;  ///< millimetres of a line of width 1
 
 constexpr const char* STYLES[] = {"",           "LT;\n",       "LT2,5,1;\n",
@@ -45,6 +43,9 @@ int Hpgl::setParam(const char* params) {
   float w = -1.0F;
   float h = -1.0F;
   for (int i = 1; i < items.getNum(); i++) {
+    if (takePenOption(items, i)) {
+      continue;
+    }
     if (items.iequal(i, "port")) {
       rotate = 90;
     } else if (items.iequal(i, "land")) {
@@ -55,19 +56,8 @@ int Hpgl::setParam(const char* params) {
       pcl = 0;
     } else if (items.iequal(i, "lj")) {
       pcl = 2;
-    } else if (items.iequal(i, "color")) {
-      color = 1;
-      inverse = true;
-    } else if (items.iequal(i, "gray")) {
-      color = 0;
-    } else if (items.iequal(i, "scale", 5)) {
-      const float v = items.getFloat(i, 6);
-      if (v >= MIN_SCALE && v <= MAX_SCALE) scale = v;
     } else if (items.iequal(i, "rot", 3)) {
       rotate = items.getInt(i, 4);
-    } else if (items.iequal(i, "lwidth", 6)) {
-      const float v = items.getFloat(i, 7);
-      if (v >= 0.0F && v <= MAX_SCALE) base_width = v;
     } else if (items.iequal(i, "sz", 2)) {
       items.scanf(i, 3, "%f:%f", &w, &h);
     } else if (items.iequal(i, "ansid")) {

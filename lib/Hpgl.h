@@ -37,12 +37,8 @@ class Hpgl : public PageDevice {
   void putMove(const char* command, float px, float py);
 
   int append = 0;
-  int pcl = 0;  ///< 0 plain, 1 within a PCL job, 2 the same with the page turned
-  int color = 0;
+  int pcl = 0;     ///< 0 plain, 1 within a PCL job, 2 the same with the page turned
   int rotate = 0;  ///< degrees
-  float scale = 1.0F;
-  float base_width = 0.0F;
-  int line_bold = 1;
 };
 
 }  // namespace ZQV

@@ -8,6 +8,7 @@
 #include "Image.h"
 #include "StrLib.h"
 #include "String.h"
+#include "Strings.h"
 #include "Tools.h"
 #include "Zqv.h"
 
@@ -48,6 +49,26 @@ void PageDevice::initPage(const char* file_name, float w, float h) {
   line_style = 1;
   fill_style = 0;
   line_width = text_width = mark_width = 1.0F;
+}
+
+bool PageDevice::takePenOption(const Strings& items, int i) {
+  constexpr float min_scale = 0.01F;
+  constexpr float max_scale = 1000.0F;
+  if (items.iequal(i, "color")) {
+    color = 1;
+    inverse = true;  // dark on paper: deliberate
+  } else if (items.iequal(i, "gray")) {
+    color = 0;
+  } else if (items.iequal(i, "scale", 5)) {
+    const float v = items.getFloat(i, 6);
+    if (v >= min_scale && v <= max_scale) scale = v;
+  } else if (items.iequal(i, "lwidth", 6)) {
+    const float v = items.getFloat(i, 7);
+    if (v >= 0.0F && v <= max_scale) base_width = v;
+  } else {
+    return false;
+  }
+  return true;
 }
 
 void PageDevice::setFilename(const char* text) {

@@ -12,6 +12,7 @@
 namespace ZQV {
 
 class RGB;
+class Strings;
 
 /** What the devices that write one page to a file share: the file, the page, the attributes of the
  *  elements, and the operations of a screen, which do nothing here. The y axis of the page runs
@@ -90,6 +91,9 @@ class PageDevice : public Device, public Listener {
   void closeOutput();
   /** The date and time for a comment. */
   static std::string currentDate();
+  /** Takes "color", "gray", "scale=" or "lwidth="; a number out of all measure changes nothing.
+   *  @return false if item i is none of them */
+  bool takePenOption(const Strings& items, int i);
   /** Width and height of a paper in inches by its name, such as "a4". */
   static bool paperSize(const char* paper, float& w, float& h);
 
@@ -116,6 +120,10 @@ class PageDevice : public Device, public Listener {
   int fill_style = 0;
   int mark_color = 0;
   float mark_width = 1.0F;
+  int color = 0;            ///< 1 in colour, 0 in gray
+  float scale = 1.0F;       ///< of the whole page
+  float base_width = 1.0F;  ///< factor of all line widths
+  int line_bold = 1;        ///< another of those of lines
 
  private:
   size_t max_filename;

@@ -19,8 +19,6 @@ constexpr size_t MAX_FILENAME = std::string::npos;  // paths are never cut: it w
 constexpr float POINTS_INCH = 72.0F;
 constexpr float POINTS_PIXEL = 0.72F;
 constexpr float CLIP_MARGIN = 0.1F;
-constexpr float MIN_SCALE = 0.01F;
-constexpr float MAX_SCALE = 1000.0F;
 
 constexpr const char* PROLOG =
     "/inch {72 mul} def\n"
@@ -62,6 +60,9 @@ int Postscript::setParam(const char* params) {
     float w = 0.0F;
     float h = 0.0F;
     const char* item = items.getString(i);
+    if (takePenOption(items, i)) {
+      continue;
+    }
     if (items.iequal(i, "port")) {
       orient = 1;
     } else if (items.iequal(i, "land")) {
@@ -70,17 +71,6 @@ int Postscript::setParam(const char* params) {
       eps = 1;
     } else if (items.iequal(i, "noeps")) {
       eps = 0;
-    } else if (items.iequal(i, "color")) {
-      color = 1;
-      inverse = true;
-    } else if (items.iequal(i, "gray")) {
-      color = 0;
-    } else if (items.iequal(i, "scale", 5)) {
-      const float v = items.getFloat(i, 6);
-      if (v >= MIN_SCALE && v <= MAX_SCALE) scale = v;
-    } else if (items.iequal(i, "lwidth", 6)) {
-      const float v = items.getFloat(i, 7);
-      if (v >= 0.0F && v <= MAX_SCALE) base_width = v;
     } else if (items.iequal(i, "sz", 2)) {
       if (items.scanf(i, 3, "%f:%f", &w, &h) == 2) setPaper(w, h);
     } else if (items.iequal(i, "ansid")) {

@@ -49,11 +49,7 @@ class Postscript : public PageDevice {
 
   int append = 0;
   int eps = 0;
-  int color = 0;
   int orient = 0;
-  float scale = 1.0F;
-  float base_width = 1.0F;
-  int line_bold = 1;
 };
 
 }  // namespace ZQV
