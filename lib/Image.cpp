@@ -91,6 +91,11 @@ int Image::setDomain(const DomainVal& d) {
   return 1;
 }
 
+int Image::bindDomain(const Domain& d) {
+  domain = d;
+  return 1;
+}
+
 int Image::setBytesLine() {
   const int64_t n = int64_t{width} * depth / 8;
   bytes_line = Tools::cut(static_cast<double>(n));
@@ -117,12 +122,17 @@ int Image::clearData() {
 }
 
 int Image::getRow(int y, unsigned char* buffer) const {
-  if (y < 0 || y >= height || bytes_line < 1) return 0;
+  const unsigned char* row = findRow(y);
+  if (row == nullptr) return 0;
+  std::memcpy(buffer, row, static_cast<size_t>(bytes_line));
+  return bytes_line;
+}
+
+const unsigned char* Image::findRow(int y) const {
+  if (y < 0 || y >= height || bytes_line < 1) return nullptr;
   const auto n = static_cast<size_t>(bytes_line);
   const size_t start = static_cast<size_t>(y) * n;
-  if (start + n > data.size()) return 0;
-  std::memcpy(buffer, data.data() + start, n);
-  return bytes_line;
+  return start + n <= data.size() ? data.data() + start : nullptr;
 }
 
 // Header.

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Const.h"
@@ -84,6 +85,8 @@ class Image : private ImageInfo {
   /** The domain and its size; setBytesLine() must follow. */
   int setDomain(const Domain& d);
   int setDomain(const DomainVal& d);
+  /** The domain alone, for a picture that has its size already. */
+  int bindDomain(const Domain& d);
   /** Bytes of a row from width and depth. */
   int setBytesLine();
   int setBytesLine(int n);
@@ -102,6 +105,11 @@ class Image : private ImageInfo {
   [[nodiscard]] long getDataSize() const { return static_cast<long>(data.size()); }
   /** Copies a row, getBytesLine() bytes. @return their number; 0 for a bad row */
   int getRow(int y, unsigned char* buffer) const;
+  /** The bytes of a row in the store, getBytesLine() of them; absent for a bad row. */
+  [[nodiscard]] const unsigned char* findRow(int y) const;
+  unsigned char* findRow(int y) {
+    return const_cast<unsigned char*>(std::as_const(*this).findRow(y));
+  }
 
   // Header.
 
