@@ -417,9 +417,53 @@ void Figure::callback(const char* name, const char* data, const void* /*source*/
     }
     Zqv::outDebug(coarse, "Figure-resize window: %d %d\n", width, height);
     draw();
+  } else if (StrLib::equal(data, "r-Alt", 5)) {
+    Zqv::outDebug(coarse, "Figure-redraw window\n");
+    draw();
+  } else if (StrLib::equal(data, "z-Alt", 5)) {
+    constexpr float closer = 2.0F;
+    moveView("zoom", name, data, 6, closer);
+  } else if (StrLib::equal(data, "Z-Alt", 5)) {
+    constexpr float wider = 0.5F;
+    moveView("unzoom", name, data, 11, wider);
+  } else if (StrLib::equal(data, "p-Alt", 5)) {
+    moveView("pan", name, data, 6, 0.0F);
+  } else if (StrLib::equal(data, "u-Alt", 5)) {
+    Zqv::outDebug(coarse, "Figure-unzoom window\n");
+    plot.setPanelDomain(0, bdomain);
+    draw();
   } else if (StrLib::equal(name, "Idle")) {
     refreshNow();
   }
+}
+
+/** Zooms by a factor, or pans for a factor of 0, to the place that a key's data give from start on.
+ */
+void Figure::moveView(const char* what, const char* name, const char* data, int start,
+                      float factor) {
+  constexpr int coarse = 2;
+  int x = 0;
+  int y = 0;
+  if (StrLib::length(data) <= start || std::sscanf(data + start, "%9d:%9d", &x, &y) != 2) {
+    return;
+  }
+  Point p;
+  Domain domain;
+  plot.tranPlotWindow(static_cast<float>(x), static_cast<float>(y), p.x, p.y);
+  plot.getPanelDomain(0, domain);
+  if (factor > 0.0F) {
+    domain.zoom(p, factor);
+  } else {
+    domain.pan(p);
+  }
+  plot.setPanelDomain(0, domain);
+  Zqv::outDebug(coarse, "Figure-%s window: %s %.2f %.2f\n", what, name, static_cast<double>(p.x),
+                static_cast<double>(p.y));
+  if (Zqv::checkMessage(message_level)) {
+    std::printf("New domain: ");
+    domain.print();
+  }
+  draw();
 }
 
 }  // namespace ZQV

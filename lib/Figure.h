@@ -89,6 +89,7 @@ class Figure : public Listener {
   bool isNewFrame(Date& date);
   void finishFrame();
   void refreshNow();
+  void moveView(const char* what, const char* name, const char* data, int start, float factor);
 
   Plot plot;
   std::deque<PlotItem> plot_queue;

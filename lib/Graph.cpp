@@ -16,17 +16,19 @@
 #include "MetaFile.h"
 #include "Postscript.h"
 #include "RGB.h"
+#include "Raster.h"
 #include "StrLib.h"
 #include "String.h"
 #include "Strings.h"
 #include "TextFile.h"
+#include "XWindow.h"
 #include "Zqv.h"
 
 namespace ZQV {
 
 namespace {
 
-enum DeviceType { X_WINDOW = 1, POSTSCRIPT = 2, HPGL = 3, META = 4 };
+enum DeviceType { X_WINDOW = 1, POSTSCRIPT = 2, HPGL = 3, META = 4, RASTER = 5 };
 enum FontType { STROKE_FONT = 1, DEVICE_FONT = 2, SCALED_FONT = 3 };
 
 constexpr size_t MAX_FONT_NAME = 39;
@@ -45,10 +47,6 @@ constexpr float ROW_HEIGHT = 1.3F;  ///< text heights from row to row
 
 constexpr int CIRCLE_STEP = 5;
 constexpr int CIRCLE_POINTS = 73;
-
-constexpr const char* NO_DISPLAY =
-    "Graph: the X11 display is not available in this build: name a file device such as -de "
-    "ps,FILE\n";
 
 /** Font units from the place of a text down to the bottom of its characters. */
 float verticalOffset(int valign) {
@@ -147,10 +145,12 @@ int Graph::setDevice(const char* device_name, const char* params) {
   } else if (StrLib::equal(device_name, "meta")) {
     made = std::make_unique<MetaFile>();
     device = META;
+  } else if (StrLib::equal(device_name, "raster")) {
+    made = std::make_unique<Raster>();
+    device = RASTER;
   } else {
-    refused = true;
-    Zqv::outWarning("%s", NO_DISPLAY);
-    return 0;
+    made = std::make_unique<XWindow>();
+    device = X_WINDOW;
   }
   return setDevice(std::move(made), params);
 }
@@ -170,8 +170,8 @@ int Graph::getDevice(String& out) {
 int Graph::open() {
   init();
   if (window == nullptr) {
-    if (!refused) Zqv::outWarning("%s", NO_DISPLAY);
-    return 0;
+    window = std::make_unique<XWindow>();
+    device = X_WINDOW;
   }
   window->setFixed(fixed);
   if (window->open() == 0) return 0;
@@ -189,7 +189,12 @@ int Graph::open(const char* device_name, const char* params) {
 
 int Graph::close() {
   const int result = opened ? window->close() : 0;
-  window.reset();
+  // A key may close the page from inside the device's own loop, which the device must outlive.
+  if (looping) {
+    retired = std::move(window);
+  } else {
+    window.reset();
+  }
   opened = false;
   managed = false;
   hfont = 0;
@@ -203,7 +208,10 @@ int Graph::update() {
 int Graph::manage() {
   if (window == nullptr) return 0;
   window->update();
+  looping = true;
   const int result = window->manage();
+  looping = false;
+  retired.reset();
   managed = true;
   return result;
 }
@@ -723,6 +731,12 @@ int Graph::drawFill(const Points& points) {
   if (window == nullptr || points.getNum() < 2 || !current().isPointsInWindow(points)) return 0;
   toPlot(points);
   return window->drawFill(Device::FILL, pts);
+}
+
+/** The current text is the device's business; a raster has no font of its own and takes strokes. */
+bool Graph::isDeviceText() const {
+  if (device == RASTER) return false;
+  return hfont != 0 || font_type == DEVICE_FONT || font_type == SCALED_FONT;
 }
 
 int Graph::drawText(float x, float y, const char* text) {

@@ -45,9 +45,9 @@ class Graph : public Listener {
 
   /** Back to the default attributes; the device stays. */
   int init();
-  /** @param device_name  "postscript", "hpgl" or "meta"
+  /** @param device_name  "postscript", "hpgl", "meta", "raster"; any other is the display
    *  @param params       the device's parameters; "hfont" among them draws all text in its own font
-   *  @return 1; 0 with a warning for any other name, with no device */
+   *  @return 1 */
   int setDevice(const char* device_name, const char* params);
   /** Takes a device made elsewhere, such as one that records what it is told. */
   int setDevice(std::unique_ptr<Device> made, const char* params);
@@ -196,7 +196,7 @@ class Graph : public Listener {
 
  private:
   [[nodiscard]] const GTran& current() const { return tran[static_cast<size_t>(ctran)]; }
-  [[nodiscard]] bool isDeviceText() const { return hfont != 0 || font_type == 2 || font_type == 3; }
+  [[nodiscard]] bool isDeviceText() const;
   /** One of the values that the device is told only when they change. */
   template <typename Value>
   static int change(Value& stored, Value v);
@@ -216,6 +216,8 @@ class Graph : public Listener {
 
   bool opened = false;
   std::unique_ptr<Device> window;
+  std::unique_ptr<Device> retired;  ///< a device closed in its own loop, until that has ended
+  bool looping = false;             ///< the device has control
   std::array<GTran, 4> tran;
   int ctran = 0;
   int font_type = 1;
@@ -227,7 +229,6 @@ class Graph : public Listener {
   Points pts;      ///< polyline in plot coordinates, reused by each drawing
   Points outline;  ///< line of a symbol, in window coordinates
   int device = 0;
-  bool refused = false;  ///< a device was asked for that there isn't; said once
   bool managed = false;
   bool fixed = false;
   int line_color = 1;

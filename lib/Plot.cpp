@@ -12,7 +12,10 @@
 #include "ForeTime.h"
 #include "GeomBox.h"
 #include "GridPoint.h"
+#include "File.h"
+#include "FileTool.h"
 #include "Image.h"
+#include "ImageFile.h"
 #include "ImageMath.h"
 #include "PlotAttr.h"
 #include "Point.h"
@@ -57,6 +60,12 @@ const char* deviceOf(char letter) {
     case 'm': return "meta";
     default: return "display";
   }
+}
+
+/** The same for a device text: its first letter counts, but one word is written whole. */
+const char* deviceOf(const char* text) {
+  const bool raster = StrLib::equal(text, "raster") || StrLib::equal(text, "raster,", 7);
+  return raster ? "raster" : deviceOf(*text);
 }
 
 /** Value of the last item "KEYvalue" of a parameter text, or fallback. */
@@ -119,7 +128,7 @@ int Plot::chooseDevice(const char* params) {
   const char* device = itemValue(items, "de=", Zqv::getResrc("device"));
   if (StrLib::valid(device)) {
     const int comma = StrLib::index(device, ',');
-    return graph.setDevice(deviceOf(*device), comma >= 0 ? device + comma + 1 : params);
+    return graph.setDevice(deviceOf(device), comma >= 0 ? device + comma + 1 : params);
   }
   if (Zqv::getResrc("inter") == nullptr) {
     return graph.setDevice("display", "");
@@ -152,10 +161,8 @@ void Plot::readTitle() {
   }
 }
 
-int Plot::open(const char* params) {
-  init();
-  chooseDevice(params);
-  const Strings items(params, ',');
+/** Size, place and looks, as the resources and the parameters have them. */
+void Plot::prepareDevice(const Strings& items) {
   GeomBox box;
   const int geometry = decodeGeometryStr(itemValue(items, "ge=", Zqv::getResrc("geometry")), box);
   if (geometry == 1 || geometry == 2) {
@@ -171,6 +178,13 @@ int Plot::open(const char* params) {
     graph.setIcon(true);
   }
   readTitle();
+}
+
+int Plot::open(const char* params) {
+  init();
+  chooseDevice(params);
+  const Strings items(params, ',');
+  prepareDevice(items);
   output = asksImageFile(Zqv::getResrc("output")) ? 1 : 0;
   if (Zqv::getResrc("logo") != nullptr) {
     setLogo(Zqv::getResrc("logo"));
@@ -182,7 +196,19 @@ int Plot::open(const char* params) {
   setParam(Zqv::getResrc("parameter"));
   setParam(params);
   if (graph.open() == 0) {
-    return 0;
+    const bool named = StrLib::valid(itemValue(items, "de=", Zqv::getResrc("device")));
+    if (output == 0 || named) {
+      return 0;
+    }
+    // A picture for a file needs no window.
+    Zqv::outWarning("Plot: no display, drawing off screen\n");
+    graph.setDevice("raster", "");
+    prepareDevice(items);
+    setParam(Zqv::getResrc("parameter"));
+    setParam(params);
+    if (graph.open() == 0) {
+      return 0;
+    }
   }
   constexpr int capacity = 512;
   colormap.init(capacity);
@@ -249,12 +275,20 @@ int Plot::update() {
 }
 
 int Plot::manage() {
-  if (output != 0) {
-    Zqv::outWarning("Plot: image files are not available in this build: %s\n",
-                    Zqv::getResrc("output", ""));
-    return 0;
+  if (output == 0) {
+    return graph.manage();
   }
-  return graph.manage();
+  // "gif:NAME" or a name that ends so; "gif" alone leaves the name to the program.
+  constexpr int name_at = 4;
+  const char* text = Zqv::getResrc("output", "");
+  for (const char* type : {"gif", "png"}) {
+    if (StrLib::equal(text, type, 3)) {
+      const std::string own = std::string("output.") + type;
+      const char* name = StrLib::length(text) > name_at ? text + name_at : own.c_str();
+      return saveImage(name, StrLib::equal(type, "gif") ? "GIF" : "PNG");
+    }
+  }
+  return saveImage(text);
 }
 
 int Plot::end() {
@@ -268,8 +302,106 @@ int Plot::done() {
   return 1;
 }
 
-/** File devices send no keys; those of the display arrive with it. */
-void Plot::callback(const char* /*type*/, const char* /*data*/, const void* /*client*/) {}
+void Plot::callback(const char* type, const char* data, const void* /*client*/) {
+  constexpr int query_at = 6;
+  if (!StrLib::equal(type, "KeyPress")) {
+    return;
+  }
+  if (StrLib::equal(data, "Ret", 3)) {
+    bell();
+    unmanage();
+    close();
+  } else if (StrLib::equal(data, "v-Alt", 5)) {
+    queryLocation(StrLib::length(data) > query_at ? data + query_at : "");
+  } else if (StrLib::equal(data, "s-Alt", 5)) {
+    saveFrames("gif");
+  } else if (StrLib::equal(data, "S-Alt", 5) && graph.getNumFrames() <= 1) {
+    saveFrames("png");
+  }
+}
+
+/** Prints where on the earth a place of the device lies. */
+void Plot::queryLocation(const char* text) {
+  float x = 0.0F;
+  float y = 0.0F;
+  float nx = 0.0F;
+  float ny = 0.0F;
+  if (std::sscanf(text, "%12f:%12f", &x, &y) != 2) {
+    return;
+  }
+  const int i = findPanel(x, y, nx, ny);
+  Point p;
+  if (i < 0 || panels[static_cast<size_t>(i)].getWindow(nx, ny, p.x, p.y) == 0) {
+    return;
+  }
+  Domain& domain = panels[static_cast<size_t>(i)].domain;
+  EarthPoint e;
+  GridPoint g;
+  domain.tran(p, e);
+  domain.tran(p, g);
+  // A place on the earth, and otherwise whatever the two axes mean.
+  const char* first = "Lat";
+  const char* second = "Lon";
+  if (domain.isTherm()) {
+    first = "Temp";
+    second = "Pres";
+  } else if (domain.isPolar()) {
+    first = "A";
+    second = "R";
+  } else if (domain.isCoord()) {
+    first = "X";
+    second = domain.isProj(Domain::XLOGP) ? "P" : "Y";
+  }
+  const auto a = static_cast<double>(e.lat);
+  const auto b = static_cast<double>(e.lon);
+  std::printf("%s: %.4f %s: %.4f XY: %.3f %.3f ", first, a, second, b, static_cast<double>(p.x),
+              static_cast<double>(p.y));
+  if (!domain.isTherm()) {
+    std::printf("Grid: %.2f %.2f ", static_cast<double>(g.gx), static_cast<double>(g.gy));
+  }
+  std::printf("Pixel: %.0f %.0f\n", static_cast<double>(x), static_cast<double>(y));
+  std::fflush(stdout);
+  char line[80];
+  std::snprintf(line, sizeof(line), "%f,%f", a, b);
+  doCallback("QueryLoc", line);
+}
+
+/** Name of a saved picture: what the title begins with, and the number of the frame unless it is
+ * negative. */
+std::string Plot::imageName(const char* extension, int frame) const {
+  constexpr size_t most = 5;
+  std::string name = title.empty() ? "output" : title.substr(0, most);
+  for (char& c : name) {
+    if (c == ' ' || c == '/') {
+      c = '_';
+    }
+  }
+  if (name[0] == '|' || name[0] == '-' || name[0] == '~' || name[0] == '.') {
+    name[0] = '_';  // a plain file in any case
+  }
+  if (frame >= 0) {
+    char number[16];
+    std::snprintf(number, sizeof(number), "-%2.2d", frame);
+    name += number;
+  }
+  return name + "." + extension;
+}
+
+/** Saves the picture, or while a loop runs all its frames. */
+void Plot::saveFrames(const char* type) {
+  const int num = graph.getNumFrames();
+  if (num < 2) {
+    saveImage(imageName(type, -1).c_str());
+    return;
+  }
+  const int shown = graph.getFrame() >= 0 ? graph.getFrame() : num - 1;
+  const bool all = graph.isLooping();
+  for (int i = all ? 0 : shown; i <= (all ? num - 1 : shown); i++) {
+    graph.setFrame(i);
+    saveImage(imageName(type, i).c_str());
+  }
+  graph.setFrame(shown);
+}
 
 int Plot::message(const char* format, ...) {
   char text[512];
@@ -495,20 +627,28 @@ int Plot::getViewDomain(Domain& domain) {
   return 1;
 }
 
+/** The last panel at a place of the device, -1 if there is none. @param nx, ny  out: the place,
+ * normalised */
+int Plot::findPanel(float x, float y, float& nx, float& ny) const {
+  nx = ny = 0.0F;
+  graph.tranPlotView(x, y, nx, ny);
+  const Rect page = graph.getMaxViewport();
+  int found = -1;
+  for (int i = 0; i < num_panel; i++) {
+    const Panel& p = panels[static_cast<size_t>(i)];
+    if (p.withinLimits(nx / page.getWidth(), ny / page.getHeight())) {
+      found = i;
+    }
+  }
+  return found;
+}
+
 int Plot::tranPlotWindow(float x, float y, float& wx, float& wy) const {
   wx = wy = Const::FMISS;
   float nx = 0;
   float ny = 0;
-  graph.tranPlotView(x, y, nx, ny);
-  const Rect page = graph.getMaxViewport();
-  const Panel* found = nullptr;
-  for (int i = 0; i < num_panel; i++) {
-    const Panel& p = panels[static_cast<size_t>(i)];
-    if (p.withinLimits(nx / page.getWidth(), ny / page.getHeight())) {
-      found = &p;
-    }
-  }
-  return found != nullptr ? found->getWindow(nx, ny, wx, wy) : 0;
+  const int found = findPanel(x, y, nx, ny);
+  return found >= 0 ? panels[static_cast<size_t>(found)].getWindow(nx, ny, wx, wy) : 0;
 }
 
 // Colour.
@@ -1043,6 +1183,71 @@ int Plot::drawImage(Image& image, int mode) {
              : 0;
 }
 
+int Plot::drawImage(const char* name, float x, float y) {
+  ImageFile file;
+  Image image;
+  return file.read(name, image) > 0 ? graph.drawImage(image, x, y) : 0;
+}
+
+int Plot::drawImage(const char* name, float x, float y, const char* align) {
+  constexpr struct {
+    const char* name;
+    int halign;
+    int valign;
+  } places[] = {{"ul", 1, 3}, {"uc", 2, 3}, {"ur", 3, 3}, {"cl", 1, 2}, {"cc", 2, 2},
+                {"cr", 3, 2}, {"ll", 1, 1}, {"lc", 2, 1}, {"lr", 3, 1}};
+  for (const auto& p : places) {
+    if (StrLib::equal(align, p.name)) {
+      setImageAlign(p.halign, p.valign);
+    }
+  }
+  return drawImage(name, x, y);
+}
+
+int Plot::getImage(Image& image) {
+  if (graph.getImage(image) == 0) {
+    return 0;
+  }
+  if (full != 0) {
+    // The picture is the panel's map section: the file says where it lies.
+    Domain domain = panel().domain;
+    domain.scaleSize(image.getWidth(), image.getHeight());
+    image.setDomain(domain);
+  }
+  return 1;
+}
+
+int Plot::saveImage(const char* name, const char* type) {
+  constexpr int level = 4;
+  Image image;
+  if (!StrLib::valid(name) || getImage(image) == 0) {
+    return 0;
+  }
+  if (!trans_color.empty()) {
+    image.setTransColor(getColorValue(trans_color.c_str()));
+  }
+  const bool gif = StrLib::equal(type, "GIF");
+  String path;
+  FileTool::addOutPath(Zqv::getResrc("image_path"), name, path);
+  ImageFile file;
+  if (file.write(path.get(), gif ? ImageFile::GIF : ImageFile::PNG, image) <= 0) {
+    Zqv::outError("Plot: unable to write image file: %s\n", path.get());
+    return 0;
+  }
+  // On standard output the message would land in the picture.
+  if (!StrLib::equal(path.get(), "-")) {
+    Zqv::outMessage(level, gif ? "Created GIF file: %s\n" : "Created PNG file: %s\n", path.get());
+  }
+  return 1;
+}
+
+int Plot::saveImage(const char* name) {
+  if (StrLib::equal(name, "gif", -3)) {
+    return saveImage(name, "GIF");
+  }
+  return StrLib::equal(name, "png", -3) ? saveImage(name, "PNG") : 0;
+}
+
 // Labels, border and bar.
 
 const char* Plot::textColor() {
@@ -1237,10 +1442,44 @@ int Plot::drawLabels() {
   return 1;
 }
 
+/** Draws the image "[im:|if:]NAME:CORNER:X:Y" at a corner, moved by x and y, on the map or, with
+ * "if:", on the page. */
 void Plot::drawLogo() {
-  if (logo.contains(".gif") || logo.contains(".png")) {
-    Zqv::outWarning("Plot: image files are not available in this build: %s\n", logo.get());
+  constexpr int level = 8;
+  if (!logo.contains(".gif") && !logo.contains(".png")) {
+    return;
   }
+  const bool on_page = StrLib::equal(logo.get(), "if:", 3);
+  const bool prefixed = on_page || StrLib::equal(logo.get(), "im:", 3);
+  const std::string_view text(logo.get() + (prefixed ? 3 : 0));
+  const size_t end = std::min(text.find(':'), text.size());
+  const std::string name(text.substr(0, end));
+  const std::string place(text.substr(end));
+  char corner[40] = "";
+  float x = 0.0F;
+  float y = 0.0F;
+  if (std::sscanf(place.c_str(), ":%39[^:]:%12f:%12f", corner, &x, &y) < 1) {
+    std::sscanf(place.c_str(), "::%12f:%12f", &x, &y);
+  }
+  String path;
+  FileTool::addPath(Zqv::getResrc("image_path"), name.c_str(), path);
+  message("Logo: %s", path.get());
+  Zqv::outMessage(level, "Logo: %s", path.get());
+  const int tran = graph.getTran();
+  graph.activateTran(on_page ? 0 : 1);
+  const Rect window = graph.getWindow();
+  const bool lower_left = StrLib::equal(corner, "ll");
+  setImageAlign(lower_left ? 1 : 3, 1);
+  File plain;  // a name in a resource file must not start a program
+  Image image;
+  ImageFile file;
+  if (plain.openPlain(path.get()) != 0 && plain.close() != 0 && file.read(path.get(), image) > 0) {
+    graph.drawImage(image, (lower_left ? window.xmin : window.xmax) + x, window.ymin + y);
+  } else {
+    Zqv::outWarning("Logo not found: %s\n", path.get());
+  }
+  setImageAlign(1, 3);
+  graph.activateTran(tran);
 }
 
 int Plot::drawBorder() {

@@ -26,6 +26,7 @@ class GridPoint;
 class Image;
 class Point;
 class PlotAttr;
+class Strings;
 
 /** What every part of the system draws with: earth, grid or plane coordinates, colours by name,
  * panels with their domains, labels, and the colour bar. Translates through the domain of the
@@ -67,6 +68,8 @@ class Plot : public Listener {
     return graph.addCallback(type, listener, client);
   }
   int doCallback(const char* type, const char* data) { return graph.doCallback(type, data); }
+  /** Keys: Return ends the run, Alt-v says where the pointer is, Alt-s and Alt-Shift-s save the
+   * picture as GIF and PNG. */
   void callback(const char* type, const char* data, const void* client) override;
   int message(const char* format, ...) __attribute__((format(printf, 2, 3)));
   int bell() { return graph.bell(); }
@@ -263,6 +266,17 @@ class Plot : public Listener {
   int drawImage(Image& image, int mode, float x, float y) {
     return graph.drawImage(image, mode, x, y);
   }
+  /** Draws an image file, its anchor at a place of the window. @return 1; 0 if it can't be read */
+  int drawImage(const char* name, float x, float y);
+  /** @param align  anchor by its row and column: first letter u, c or l, second l, c or r */
+  int drawImage(const char* name, float x, float y, const char* align);
+  /** The picture as the device has it, with the panel's domain when it fills the page. */
+  int getImage(Image& image);
+  /** Writes the picture to a file in the resource "image_path".
+   *  @param type  "GIF" or "PNG". @return 1; 0 if it can't be read back or written */
+  int saveImage(const char* name, const char* type);
+  /** The last three letters of the name say the type. */
+  int saveImage(const char* name);
 
   // Labels, border and bar.
 
@@ -324,6 +338,11 @@ class Plot : public Listener {
   [[nodiscard]] const char* textColor();
   Rect barRect(const Rect& view) const;
   void drawLogo();
+  [[nodiscard]] int findPanel(float x, float y, float& nx, float& ny) const;
+  void prepareDevice(const Strings& items);
+  void queryLocation(const char* text);
+  void saveFrames(const char* type);
+  [[nodiscard]] std::string imageName(const char* extension, int frame) const;
   int drawable(int color) const { return ColorMap::isColor(color) ? 1 : 0; }
 
   Graph graph;

@@ -317,18 +317,18 @@ void Raster::fillSmall(const Target& t, const Pen& p, const Vertex* v, int n) {
     }
   }
   bottom = std::min(bottom, t.y2);
-  for (int y = top; y < bottom; y++) {
+  for (int row = top; row < bottom; row++) {
     int cross[SMALL_POLYGON];
     int k = 0;
     for (int i = 0; i < num; i++) {
       Edge& e = side[i];
-      if (y < e.top || y >= e.bottom) continue;
+      if (row < e.top || row >= e.bottom) continue;
       int place = k++;
       for (; place > 0 && cross[place - 1] > e.x; place--) cross[place] = cross[place - 1];
       cross[place] = e.x;
       advance(e);
     }
-    for (int i = 0; i + 1 < k; i += 2) paintSpan(t, p, y, cross[i], cross[i + 1]);
+    for (int i = 0; i + 1 < k; i += 2) paintSpan(t, p, row, cross[i], cross[i + 1]);
   }
 }
 
@@ -345,10 +345,10 @@ void Raster::fillLarge(const Target& t, const Pen& p, const Vertex* v, size_t n)
             [](const Edge& a, const Edge& b) { return a.top < b.top; });
   active.clear();
   size_t next = 0;
-  for (int y = edges.front().top; y < t.y2 && (next < edges.size() || !active.empty()); y++) {
-    const auto ended = [&](size_t i) { return edges[i].bottom <= y; };
+  for (int row = edges.front().top; row < t.y2 && (next < edges.size() || !active.empty()); row++) {
+    const auto ended = [&](size_t i) { return edges[i].bottom <= row; };
     active.erase(std::remove_if(active.begin(), active.end(), ended), active.end());
-    while (next < edges.size() && edges[next].top == y) active.push_back(next++);
+    while (next < edges.size() && edges[next].top == row) active.push_back(next++);
     // Nearly in order from the row before.
     for (size_t i = 1; i < active.size(); i++) {
       const size_t moved = active[i];
@@ -359,7 +359,7 @@ void Raster::fillLarge(const Target& t, const Pen& p, const Vertex* v, size_t n)
       active[place] = moved;
     }
     for (size_t i = 0; i + 1 < active.size(); i += 2) {
-      paintSpan(t, p, y, edges[active[i]].x, edges[active[i + 1]].x);
+      paintSpan(t, p, row, edges[active[i]].x, edges[active[i + 1]].x);
     }
     for (const size_t i : active) advance(edges[i]);
   }
