@@ -229,7 +229,7 @@ int ImgZqvFile::readDomain(Domain& domain, int& width, int& height) {
   DomainVal val;
   if (blank == nullptr) {
     if (DomainTool::decode(val, text) == 0 || val.proj == Const::MISS) return 0;
-  } else if (readWord(std::string(&text[0], blank), val) != 0) {
+  } else if (readWord(std::string(text, static_cast<size_t>(blank - text)), val) != 0) {
     std::sscanf(blank, "%f %f %f %f %9d %9d", &val.clat, &val.clon, &val.dx, &val.dy, &val.nx,
                 &val.ny);
   } else {
