@@ -135,6 +135,16 @@ const unsigned char* Image::findRow(int y) const {
   return start + n <= data.size() ? data.data() + start : nullptr;
 }
 
+const unsigned char* Image::getBytes(int y, std::vector<unsigned char>& buffer) const {
+  const unsigned char* row = findRow(y);
+  if (row != nullptr && bits_pixel == 8 && bytes_line >= width) return row;
+  buffer.resize(static_cast<size_t>(std::max(width, 0)));
+  for (int x = 0; x < width; x++) {
+    buffer[static_cast<size_t>(x)] = static_cast<unsigned char>(getVal(x, y));
+  }
+  return buffer.data();
+}
+
 // Header.
 
 void Image::setDatim(const char* text) {

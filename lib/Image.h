@@ -110,6 +110,9 @@ class Image : private ImageInfo {
   unsigned char* findRow(int y) {
     return const_cast<unsigned char*>(std::as_const(*this).findRow(y));
   }
+  /** The raw values of a row cut to bytes, getWidth() of them; 0 where nothing is stored. They stay
+   *  where they are or are put into the buffer. */
+  const unsigned char* getBytes(int y, std::vector<unsigned char>& buffer) const;
 
   // Header.
 
