@@ -399,8 +399,8 @@ int Raster::clearRect(const Rect& rect) {
 
 // Lines.
 
-/** A line one pixel thick, by Bresenham's rule with the ties of X, which fall towards the upper
- * left. Clipped before it is walked.
+/** A line one pixel thick, by Bresenham's rule; ties move on, as in the X server. Clipped before it
+ * is walked.
  *  @param last  paint the end point too
  *  @param dash  in, out: place in the dashes */
 void Raster::thinLine(const Target& t, const Pen& p, const Vertex& a, const Vertex& b, bool last,
@@ -414,12 +414,10 @@ void Raster::thinLine(const Target& t, const Pen& p, const Vertex& a, const Vert
   const int64_t other = steep ? adx : ady;
   const int start = dash;
   dash += static_cast<int>(length);
-  // The octants whose ties stay on the near side.
   const bool left = dx < 0;
   const bool up = dy < 0;
-  const int64_t bias = (left && !steep) || (up && steep) ? 1 : 0;
-  // After k steps along the longer axis the line has moved (2 k other + length - bias) / (2 length)
-  // along the shorter one.
+  // After k steps along the longer axis the line has moved (2 k other + length) / (2 length) along
+  // the shorter one.
   int64_t first = 0;
   int64_t end = length - (last ? 0 : 1);
   const auto limit_long = [&](int from, bool back, int low, int high) {
@@ -436,8 +434,8 @@ void Raster::thinLine(const Target& t, const Pen& p, const Vertex& a, const Vert
     }
     if (other == 0) return;
     const auto ceil_div = [](int64_t n, int64_t d) { return n <= 0 ? 0 : (n + d - 1) / d; };
-    if (least > 0) first = std::max(first, ceil_div(2 * least * length - length + bias, 2 * other));
-    end = std::min(end, (2 * (most + 1) * length - length + bias - 1) / (2 * other));
+    if (least > 0) first = std::max(first, ceil_div(2 * least * length - length, 2 * other));
+    end = std::min(end, (2 * (most + 1) * length - length - 1) / (2 * other));
   };
   if (steep) {
     limit_long(a.y, up, t.y1, t.y2);
@@ -447,7 +445,7 @@ void Raster::thinLine(const Target& t, const Pen& p, const Vertex& a, const Vert
     limit_short(a.y, up, t.y1, t.y2);
   }
   if (first > end) return;
-  int64_t error = length > 0 ? 2 * first * other + length - bias : 0;
+  int64_t error = length > 0 ? 2 * first * other + length : 0;
   const int64_t moved = length > 0 ? error / (2 * length) : 0;
   error -= moved * 2 * length;
   const long long_step = steep ? (up ? -t.stride : t.stride) : (left ? -1 : 1);
