@@ -20,10 +20,10 @@ namespace {
 
 constexpr uint32_t WHITE = 0xffffff;
 constexpr uint32_t BLACK = 0;
-constexpr long MAX_PIXELS = 32L << 20;        ///< of one pixmap
-constexpr long MAX_ALL_PIXELS = 96L << 20;    ///< of all together
-constexpr int SMALL_POLYGON = 12;             ///< edges walked without a list of active ones
-constexpr double MITER_LIMIT = 11.0;          ///< degrees below which a corner is cut off, as in X
+constexpr long MAX_PIXELS = 32L << 20;      ///< of one pixmap
+constexpr long MAX_ALL_PIXELS = 96L << 20;  ///< of all together
+constexpr int SMALL_POLYGON = 12;           ///< edges walked without a list of active ones
+constexpr double MITER_LIMIT = 11.0;        ///< degrees below which a corner is cut off, as in X
 
 struct NamedColor {
   const char* name;
@@ -32,16 +32,16 @@ struct NamedColor {
 
 /** The names of X that a background is likely to have. */
 constexpr NamedColor NAMED_COLORS[] = {
-    {"white", 0xffffff},     {"black", 0x000000},    {"red", 0xff0000},
-    {"green", 0x00ff00},     {"blue", 0x0000ff},     {"yellow", 0xffff00},
-    {"cyan", 0x00ffff},      {"magenta", 0xff00ff},  {"gray", 0xbebebe},
-    {"grey", 0xbebebe},      {"lightgray", 0xd3d3d3}, {"lightgrey", 0xd3d3d3},
-    {"darkgray", 0xa9a9a9},  {"darkgrey", 0xa9a9a9}, {"dimgray", 0x696969},
-    {"navy", 0x000080},      {"navyblue", 0x000080}, {"midnightblue", 0x191970},
-    {"darkblue", 0x00008b},  {"lightblue", 0xadd8e6}, {"skyblue", 0x87ceeb},
-    {"steelblue", 0x4682b4}, {"darkgreen", 0x006400}, {"brown", 0xa52a2a},
-    {"maroon", 0xb03060},    {"orange", 0xffa500},   {"beige", 0xf5f5dc},
-    {"ivory", 0xfffff0},     {"tan", 0xd2b48c},      {"wheat", 0xf5deb3},
+    {"white", 0xffffff},       {"black", 0x000000},        {"red", 0xff0000},
+    {"green", 0x00ff00},       {"blue", 0x0000ff},         {"yellow", 0xffff00},
+    {"cyan", 0x00ffff},        {"magenta", 0xff00ff},      {"gray", 0xbebebe},
+    {"grey", 0xbebebe},        {"lightgray", 0xd3d3d3},    {"lightgrey", 0xd3d3d3},
+    {"darkgray", 0xa9a9a9},    {"darkgrey", 0xa9a9a9},     {"dimgray", 0x696969},
+    {"navy", 0x000080},        {"navyblue", 0x000080},     {"midnightblue", 0x191970},
+    {"darkblue", 0x00008b},    {"lightblue", 0xadd8e6},    {"skyblue", 0x87ceeb},
+    {"steelblue", 0x4682b4},   {"darkgreen", 0x006400},    {"brown", 0xa52a2a},
+    {"maroon", 0xb03060},      {"orange", 0xffa500},       {"beige", 0xf5f5dc},
+    {"ivory", 0xfffff0},       {"tan", 0xd2b48c},          {"wheat", 0xf5deb3},
     {"lightyellow", 0xffffe0}, {"darkslategray", 0x2f4f4f}};
 
 /** Pixel of a colour in the notation of X: a name, gray0 to gray100, or "#" and one to four
@@ -125,7 +125,8 @@ int Raster::close() {
 }
 
 int Raster::getDevice(String& out) {
-  return out.copy(("raster," + std::to_string(width) + "x" + std::to_string(height) + "\n").c_str());
+  return out.copy(
+      ("raster," + std::to_string(width) + "x" + std::to_string(height) + "\n").c_str());
 }
 
 int Raster::resize(float w, float h) {
@@ -341,8 +342,7 @@ void Raster::fillLarge(const Target& t, const Pen& p, const Vertex* v, size_t n)
     if (setEdge(v[last], v[i], t, edge)) edges.push_back(edge);
   }
   if (edges.empty()) return;
-  std::sort(edges.begin(), edges.end(),
-            [](const Edge& a, const Edge& b) { return a.top < b.top; });
+  std::sort(edges.begin(), edges.end(), [](const Edge& a, const Edge& b) { return a.top < b.top; });
   active.clear();
   size_t next = 0;
   for (int row = edges.front().top; row < t.y2 && (next < edges.size() || !active.empty()); row++) {
@@ -450,8 +450,8 @@ void Raster::thinLine(const Target& t, const Pen& p, const Vertex& a, const Vert
   error -= moved * 2 * length;
   const long long_step = steep ? (up ? -t.stride : t.stride) : (left ? -1 : 1);
   const long short_step = steep ? (left ? -1 : 1) : (up ? -t.stride : t.stride);
-  uint32_t* at = t.pixels + static_cast<long>(a.y) * t.stride + a.x + first * long_step +
-                 moved * short_step;
+  uint32_t* at =
+      t.pixels + static_cast<long>(a.y) * t.stride + a.x + first * long_step + moved * short_step;
   const Dashes d = dashes(p.style);
   int item = 0;
   int left_over = 0;
@@ -498,7 +498,8 @@ void Raster::fillConvex(const Target& t, const Pen& p, const double (*v)[2], int
       x1 = std::min(x1, cross);
       x2 = std::max(x2, cross);
     }
-    if (x1 <= x2) paintSpan(t, p, y, static_cast<int>(std::ceil(x1)), static_cast<int>(std::ceil(x2)));
+    if (x1 <= x2)
+      paintSpan(t, p, y, static_cast<int>(std::ceil(x1)), static_cast<int>(std::ceil(x2)));
   }
 }
 
@@ -537,9 +538,8 @@ void Raster::wideJoin(const Target& t, const Pen& p, const Vertex& a, const Vert
   // The tip lies where the outer edges meet, unless they meet too far away.
   const double corner = 180.0 - std::atan2(std::fabs(turn), along) * 180.0 / M_PI;
   if (bevel || corner < MITER_LIMIT) {
-    const double v[3][2] = {{static_cast<double>(b.x), static_cast<double>(b.y)},
-                            {p1[0], p1[1]},
-                            {p2[0], p2[1]}};
+    const double v[3][2] = {
+        {static_cast<double>(b.x), static_cast<double>(b.y)}, {p1[0], p1[1]}, {p2[0], p2[1]}};
     fillConvex(t, p, v, 3);
     return;
   }

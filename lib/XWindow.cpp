@@ -1,13 +1,13 @@
 #include "XWindow.h"
 
-#include <poll.h>
-
 #include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 #include <string_view>
+
+#include <poll.h>
 
 #include "Image.h"
 #include "Point.h"
@@ -45,41 +45,14 @@ constexpr int BITMAP_PAD = 32;
 /** Shapes in the cursor font, by cursor number. */
 constexpr unsigned CURSOR_SHAPES[] = {0, 68, 52, 50, 38, 86, 130, 152, 150};
 
-constexpr const char* EVENT_NAMES[] = {"Unknown",
-                                       "Unknown",
-                                       "KeyPress",
-                                       "KeyRelease",
-                                       "ButtonPress",
-                                       "ButtonRelease",
-                                       "MotionNotify",
-                                       "EnterNotify",
-                                       "LeaveNotify",
-                                       "FocusIn",
-                                       "FocusOut",
-                                       "KeymapNotify",
-                                       "Expose",
-                                       "GraphicsExpose",
-                                       "NoExpose",
-                                       "VisibilityNotify",
-                                       "CreateNotify",
-                                       "DestroyNotify",
-                                       "UnmapNotify",
-                                       "MapNotify",
-                                       "MapRequest",
-                                       "ReparentNotify",
-                                       "Configure",
-                                       "ConfigureRequest",
-                                       "GravityNotify",
-                                       "ResizeRequest",
-                                       "CirculateNotify",
-                                       "CirculateRequest",
-                                       "PropertyNotify",
-                                       "SelectionClear",
-                                       "SelectionRequest",
-                                       "SelectionNotify",
-                                       "ColormapNotify",
-                                       "ClientMessage",
-                                       "MappingNotify"};
+constexpr const char* EVENT_NAMES[] = {
+    "Unknown",          "Unknown",         "KeyPress",         "KeyRelease",       "ButtonPress",
+    "ButtonRelease",    "MotionNotify",    "EnterNotify",      "LeaveNotify",      "FocusIn",
+    "FocusOut",         "KeymapNotify",    "Expose",           "GraphicsExpose",   "NoExpose",
+    "VisibilityNotify", "CreateNotify",    "DestroyNotify",    "UnmapNotify",      "MapNotify",
+    "MapRequest",       "ReparentNotify",  "Configure",        "ConfigureRequest", "GravityNotify",
+    "ResizeRequest",    "CirculateNotify", "CirculateRequest", "PropertyNotify",   "SelectionClear",
+    "SelectionRequest", "SelectionNotify", "ColormapNotify",   "ClientMessage",    "MappingNotify"};
 
 using IconBits = std::array<char, static_cast<size_t>(ICON_SIZE) * ICON_SIZE / 8>;
 
@@ -271,10 +244,10 @@ int XWindow::openWindow() {
   attributes.colormap = color_map;
   error_print = 0;
   error = 0;
-  window = xlib->XCreateWindow(display, RootWindow(display, screen), x, y,
-                               static_cast<unsigned>(width), static_cast<unsigned>(height),
-                               BORDER_WIDTH, depth, InputOutput, visual, ATTRIBUTE_MASK,
-                               &attributes);
+  window =
+      xlib->XCreateWindow(display, RootWindow(display, screen), x, y, static_cast<unsigned>(width),
+                          static_cast<unsigned>(height), BORDER_WIDTH, depth, InputOutput, visual,
+                          ATTRIBUTE_MASK, &attributes);
   if (display != nullptr) xlib->XSync(display, False);  // so that an error has arrived
   error_print = 1;
   if (display == nullptr || error != 0 || window == 0 || addWindow(this) < 0) {
@@ -310,8 +283,7 @@ void XWindow::setHints() {
     size.min_width = size.max_width = width;
     size.min_height = size.max_height = height;
   }
-  icon_pixmap =
-      xlib->XCreateBitmapFromData(display, window, zqv_bits.data(), ICON_SIZE, ICON_SIZE);
+  icon_pixmap = xlib->XCreateBitmapFromData(display, window, zqv_bits.data(), ICON_SIZE, ICON_SIZE);
   Zqv::outDebug("CrPix-icon: %d\n", static_cast<int>(icon_pixmap));
   xlib->XSetStandardProperties(display, window, title.c_str(), title.c_str(), icon_pixmap, nullptr,
                                0, &size);
@@ -356,8 +328,7 @@ void XWindow::openResources() {
   if (background == "def") background.clear();
   bg_color = back_color;
   XColor color{};
-  if (!background.empty() &&
-      xlib->XParseColor(d, color_map, background.c_str(), &color) != 0) {
+  if (!background.empty() && xlib->XParseColor(d, color_map, background.c_str(), &color) != 0) {
     xlib->XAllocColor(d, color_map, &color);
     bg_color = static_cast<int>(color.pixel);
   }
@@ -598,8 +569,7 @@ int XWindow::drawFill(int element, const Points& points) {
   for (size_t i = 0; i < points_buffer.size(); i++) {
     points_buffer[i] = {pixel16(pixel(px[i])), pixel16(pixel(py[i]))};
   }
-  xlib->XFillPolygon(d, drawing, gc(element), points_buffer.data(), n, Nonconvex,
-                     CoordModeOrigin);
+  xlib->XFillPolygon(d, drawing, gc(element), points_buffer.data(), n, Nonconvex, CoordModeOrigin);
   return 1;
 }
 
@@ -757,9 +727,8 @@ int XWindow::getImage(Image& image) {
   image.init();
   if (!opened || display == nullptr || drawing == 0) return 0;
   Zqv::outDebug("getImg\n");
-  XImage* picture =
-      xlib->XGetImage(display, drawing, 0, 0, static_cast<unsigned>(width),
-                      static_cast<unsigned>(height), AllPlanes, ZPixmap);
+  XImage* picture = xlib->XGetImage(display, drawing, 0, 0, static_cast<unsigned>(width),
+                                    static_cast<unsigned>(height), AllPlanes, ZPixmap);
   if (picture == nullptr) return 0;
   image.setWidth(picture->width);
   image.setHeight(picture->height);
@@ -877,7 +846,8 @@ int XWindow::addCallback(const char* event, Listener* listener, const void* clie
   if (!opened || type == FOREIGN_WINDOW) return 0;
   if (StrLib::equal(event, "AnyEvent")) return newCallback(window, ANY_EVENT, listener, client);
   if (StrLib::equal(event, "Expose")) return newCallback(window, Expose, listener, client);
-  if (StrLib::equal(event, "ButtonPress")) return newCallback(window, ButtonPress, listener, client);
+  if (StrLib::equal(event, "ButtonPress"))
+    return newCallback(window, ButtonPress, listener, client);
   return 0;
 }
 
@@ -988,6 +958,7 @@ int XWindow::mainloop() {
       if (managed) timer.sleep(TICK);
     }
     first = firstWindow();
+    std::fflush(stdout);  // whoever reads the messages wants them now, not at the end
     if (managed && first != nullptr) {
       procCallback(first->window, IDLE_EVENT, "Idle", nullptr);
       first = firstWindow();

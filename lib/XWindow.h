@@ -1,11 +1,11 @@
 #pragma once
 
-#include <X11/Xlib.h>
-
 #include <array>
 #include <list>
 #include <string>
 #include <vector>
+
+#include <X11/Xlib.h>
 
 #include "ScreenDevice.h"
 
@@ -46,8 +46,8 @@ class XWindow : public ScreenDevice {
   int close() override;
   /** A device text with which another program can draw into this window. */
   int getDevice(String& out) override;
-  /** @param w  new width, with h; 0 takes over the window's size with an empty picture, -1 with what
-   * was drawn. @return 1; 0 if nothing changed */
+  /** @param w  new width, with h; 0 takes over the window's size with an empty picture, -1 with
+   * what was drawn. @return 1; 0 if nothing changed */
   int resize(float w, float h) override;
   /** Runs the loop until unmanage(). */
   int manage() override;

@@ -7,7 +7,7 @@
 #                              differs, from the last commit
 #
 # A stage that fails doesn't keep later ones from running; the times and results stand at the end.
-# No test opens an X display so far; the first that does shall start Xvfb on a free display here.
+# Tests that draw on a display start an Xvfb each, on a free display of their own.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
