@@ -453,11 +453,11 @@ void Raster::thinLine(const Target& t, const Pen& p, const Vertex& a, const Vert
   uint32_t* at =
       t.pixels + static_cast<long>(a.y) * t.stride + a.x + first * long_step + moved * short_step;
   const Dashes d = dashes(p.style);
-  int item = 0;
+  size_t item = 0;
   int left_over = 0;
   if (d.n > 0) {
     int sum = 0;
-    for (int i = 0; i < d.n; i++) sum += d.list[i];
+    for (const int on_or_off : d.list) sum += on_or_off;
     left_over = static_cast<int>((start + first) % sum);
     while (left_over >= d.list[item]) left_over -= d.list[item++];
     left_over = d.list[item] - left_over;
@@ -465,7 +465,7 @@ void Raster::thinLine(const Target& t, const Pen& p, const Vertex& a, const Vert
   for (int64_t k = first; k <= end; k++) {
     if (item % 2 == 0) *at = p.color;
     if (d.n > 0 && --left_over == 0) {
-      item = (item + 1) % d.n;
+      item = (item + 1) % static_cast<size_t>(d.n);
       left_over = d.list[item];
     }
     at += long_step;
@@ -558,11 +558,11 @@ void Raster::wideDashes(const Target& t, const Pen& p, const Vertex& a, const Ve
   const double length = std::hypot(b.x - a.x, b.y - a.y);
   if (length == 0.0) return;
   double sum = 0.0;
-  for (int i = 0; i < d.n; i++) sum += d.list[i];
-  int item = 0;
+  for (const int on_or_off : d.list) sum += on_or_off;
+  size_t item = 0;
   double from = -std::fmod(done, sum);
   done += length;
-  for (; from < length; item = (item + 1) % d.n) {
+  for (; from < length; item = (item + 1) % static_cast<size_t>(d.n)) {
     const double to = from + d.list[item];
     const double s1 = std::max(from, 0.0) / length;
     const double s2 = std::min(to, length) / length;

@@ -183,10 +183,10 @@ int ScreenDevice::widthPixels(float w) {
 
 ScreenDevice::Dashes ScreenDevice::dashes(int style) {
   switch (style) {
-    case 2: return {"\6\6", 2};
-    case 3: return {"\3\6", 2};
-    case 4: return {"\6\6\3\6", 4};
-    case 5: return {"\2\2", 2};
+    case 2: return {{6, 6}, 2};
+    case 3: return {{3, 6}, 2};
+    case 4: return {{6, 6, 3, 6}, 4};
+    case 5: return {{2, 2}, 2};
     default: return {};
   }
 }

@@ -115,13 +115,14 @@ class ScreenDevice : public Device, public Listener {
   static int pixel(float v) {
     constexpr float limit = 32767.0F;
     if (!(v > -limit)) return -32767;
-    return static_cast<int>((v < limit ? v : limit - 1.0F) + 0.5F);
+    const float moved = 0.5F + (v < limit ? v : limit - 1.0F);
+    return static_cast<int>(moved);
   }
   /** Pixels of a line width. */
   static int widthPixels(float w);
-  /** On and off lengths of a line style, none for a solid line. */
+  /** On and off lengths of a line style in turn, none for a solid line. */
   struct Dashes {
-    const char* list = nullptr;
+    std::array<unsigned char, 4> list{};
     int n = 0;
   };
   static Dashes dashes(int style);

@@ -4,9 +4,14 @@
 #include <X11/Xresource.h>
 #include <X11/Xutil.h>
 
+// Words of Xlib that are names elsewhere.
+#undef None
+#undef Bool
+
 namespace ZQV {
 
-// NOLINTBEGIN(cppcoreguidelines-macro-usage): one list, for the members and for their names
+// NOLINTBEGIN(cppcoreguidelines-macro-usage,bugprone-macro-parentheses): one list, for the members
+// and for their names
 
 /** The functions of Xlib in use. */
 #define ZQV_XLIB_FUNCTIONS(F) \
@@ -90,6 +95,6 @@ struct XLib {
 #undef ZQV_XLIB_MEMBER
 };
 
-// NOLINTEND(cppcoreguidelines-macro-usage)
+// NOLINTEND(cppcoreguidelines-macro-usage,bugprone-macro-parentheses)
 
 }  // namespace ZQV

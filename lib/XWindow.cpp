@@ -18,7 +18,6 @@
 #include "Strings.h"
 #include "Timer.h"
 #include "Tools.h"
-#include "XLib.h"
 #include "Zqv.h"
 
 namespace ZQV {
@@ -54,14 +53,15 @@ constexpr const char* EVENT_NAMES[] = {
     "ResizeRequest",    "CirculateNotify", "CirculateRequest", "PropertyNotify",   "SelectionClear",
     "SelectionRequest", "SelectionNotify", "ColormapNotify",   "ClientMessage",    "MappingNotify"};
 
-using IconBits = std::array<char, static_cast<size_t>(ICON_SIZE) * ICON_SIZE / 8>;
+using IconBits = std::array<char, size_t{ICON_SIZE} * ICON_SIZE / 8>;
 
 /** The icon: a radar scope, with range rings, a sweep and an echo. */
 constexpr IconBits makeIcon() {
   constexpr int centre = ICON_SIZE / 2;
   IconBits bits{};
+  size_t at = 0;
   for (int row = 0; row < ICON_SIZE; row++) {
-    for (int column = 0; column < ICON_SIZE; column++) {
+    for (int column = 0; column < ICON_SIZE; column++, at++) {
       const int dx = column - centre;
       const int dy = row - centre;
       const int r = dx * dx + dy * dy;
@@ -71,7 +71,6 @@ constexpr IconBits makeIcon() {
       const bool sweep = dx <= 0 && dy <= 0 && dx == dy && r < 500;
       const bool echo = ex * ex + 3 * ey * ey < 20;
       if (ring || sweep || echo) {
-        const auto at = static_cast<size_t>(row * ICON_SIZE + column);
         bits[at / 8] = static_cast<char>(static_cast<unsigned char>(bits[at / 8]) | 1U << at % 8);
       }
     }
@@ -462,7 +461,8 @@ int XWindow::setLineStyle(int element, int style) {
   XGCValues values{};
   values.line_style = d.n > 0 ? LineOnOffDash : LineSolid;
   xlib->XChangeGC(display, gc(element), GCLineStyle, &values);
-  if (d.n > 0 && display != nullptr) xlib->XSetDashes(display, gc(element), 0, d.list, d.n);
+  if (d.n > 0 && display != nullptr)
+    xlib->XSetDashes(display, gc(element), 0, reinterpret_cast<const char*>(d.list.data()), d.n);
   return 1;
 }
 
@@ -713,7 +713,7 @@ int XWindow::paintImage(Image& image, const ImagePlace& place) {
   if (place.masked) {
     XRectangle rect{pixel16(clip.x), pixel16(clip.y), static_cast<unsigned short>(clip.width),
                     static_cast<unsigned short>(clip.height)};
-    xlib->XSetClipMask(d, gcs[0], None);
+    xlib->XSetClipMask(d, gcs[0], 0);
     xlib->XSetClipRectangles(d, gcs[0], 0, 0, &rect, 1, Unsorted);
     xlib->XFreePixmap(d, bitmap);
   }
@@ -823,9 +823,9 @@ int XWindow::processEvent(XEvent* event) {
 }
 
 int XWindow::procCallback(Window id, int type, const char* name, const char* data) {
-  for (auto item = callbackroot.begin(); item != callbackroot.end(); ++item) {
-    if (item->window != id || (item->type != ANY_EVENT && item->type != type)) continue;
-    item->listener->callback(name, data, item->data);
+  for (const XCallbackItem& item : callbackroot) {
+    if (item.window != id || (item.type != ANY_EVENT && item.type != type)) continue;
+    item.listener->callback(name, data, item.data);
     if (findWindow(id) == nullptr) break;  // closed in the callback, and its items with it
   }
   return 1;
@@ -854,9 +854,9 @@ int XWindow::addCallback(const char* event, Listener* listener, const void* clie
 int XWindow::doCallback(const char* event, const char* data) {
   if (!opened) return 0;
   const Window id = window;
-  for (auto item = callbackroot.begin(); item != callbackroot.end(); ++item) {
-    if (item->window != id) continue;
-    item->listener->callback(event, data, item->data);
+  for (const XCallbackItem& item : callbackroot) {
+    if (item.window != id) continue;
+    item.listener->callback(event, data, item.data);
     if (findWindow(id) == nullptr) break;
   }
   return 1;

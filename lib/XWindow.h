@@ -5,13 +5,10 @@
 #include <string>
 #include <vector>
 
-#include <X11/Xlib.h>
-
 #include "ScreenDevice.h"
+#include "XLib.h"
 
 namespace ZQV {
-
-struct XLib;
 
 /** Who is to hear of the events of a window. */
 struct XCallbackItem {
@@ -33,6 +30,8 @@ class XWindow : public ScreenDevice {
   enum WindowType { OWN_WINDOW = 1, FOREIGN_WINDOW = 2 };
 
   XWindow() { XWindow::init(); }
+  XWindow(const XWindow&) = delete;
+  XWindow& operator=(const XWindow&) = delete;
   ~XWindow() override;
 
   static void initStatic();

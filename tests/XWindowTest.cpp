@@ -1,7 +1,7 @@
 // The window, with real events: the program runs on a display of the test's own, and keys, buttons
 // and window managers are sent to it.
 
-#include "XWindow.h"  // behind the test framework, whose names its macros would change
+#include "XWindow.h"
 
 #include <chrono>
 #include <csignal>
@@ -188,7 +188,7 @@ TEST_F(WindowTest, KeysQueryZoomPanAndSave) {
     int nx = 0;
     int ny = 0;
     float dx = 0.0F;
-    const size_t comma = line.find(",", line.find("latlon"));
+    const size_t comma = line.find(',', line.find("latlon"));
     EXPECT_EQ(std::sscanf(line.c_str() + comma, ",%f,%f,%d,%d,%f", &clat, &clon, &nx, &ny, &dx), 5)
         << line;
     return std::array<float, 2>{clon, static_cast<float>(nx - 1) * dx};
