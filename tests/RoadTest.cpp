@@ -435,13 +435,37 @@ TEST_F(RoadTest, StandardInputAndPipesGiveTheSamePicture) {
   EXPECT_EQ(readMeta(dir.read("c.meta")).size(), drawn);
 }
 
-TEST_F(RoadTest, ReadsOtherInputsAndDevicesLater) {
-  ProgramRun later = runScopeview(dir, "-in img x.gif -de meta,m.meta");
+TEST_F(RoadTest, ReadsOtherInputsLater) {
+  const ProgramRun later = runScopeview(dir, "-in img x.gif -de meta,m.meta");
   EXPECT_NE(later.err.find("input type img is not available"), std::string::npos);
   EXPECT_EQ(later.status, 0);
-  later = runScopeview(dir, "-in nids none.nids");
-  EXPECT_EQ(later.status, 0);
-  EXPECT_NE(later.err.find("display is not available"), std::string::npos);
+}
+
+TEST_F(RoadTest, ImageFilesNeedNoDisplay) {
+  const std::string file = dir.write("a.nids", radialProduct().build());
+  const std::string none = "DISPLAY=:9999";
+  const char* off_screen =
+      "XWindow: unable to connect to display\nPlot: no display, drawing off screen\n";
+  run = runScopeview(dir, "-in nids a.nids -ou png:a.png -ge 300x200", none);
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.err, off_screen);
+  EXPECT_NE(run.out.find("Created PNG file: a.png\n"), std::string::npos);
+  run = runScopeview(dir, "-in nids a.nids -ou b.png -ge 300x200 -de raster", none);
+  EXPECT_EQ(run.err, "") << "nobody looks for a display";
+  // Behind the chunks with the time.
+  const std::string png = dir.read("a.png");
+  EXPECT_EQ(dir.read("b.png").substr(png.find("IDAT")), png.substr(png.find("IDAT")));
+  EXPECT_GT(png.size(), 1000U);
+  EXPECT_EQ(png.substr(16, 8), std::string("\0\0\x01\x2c\0\0\0\xc8", 8));
+  run = runScopeview(dir, "-in nids a.nids -ou c.gif -de raster -pa full", none);
+  EXPECT_NE(dir.read("c.gif").find("pd="), std::string::npos) << "a full picture says where it is";
+  // A window stays a window, and a file device one that writes its file.
+  run = runScopeview(dir, "-in nids a.nids", none);
+  EXPECT_EQ(run.err, "XWindow: unable to connect to display\n");
+  EXPECT_EQ(run.status, 0);
+  run = runScopeview(dir, "-in nids a.nids -ou d.png -de rasterx", none);
+  EXPECT_EQ(run.err, "XWindow: unable to connect to display\n") << "another word is the display";
+  EXPECT_EQ(dir.read("d.png"), "");
 }
 
 TEST_F(RoadTest, HelpListsEveryOptionAndEnds) {

@@ -113,10 +113,8 @@ class WindowTest : public testing::Test {
   std::string product(int minute, int level = 5) {
     NidsMaker maker;
     maker.vol_secs = maker.prod_secs = 12 * 3600 + minute * 60;
-    std::vector<NidsMaker::Radial> list;
-    for (int i = 0; i < 360; i++) {
-      list.push_back({static_cast<double>(i), 1.0, std::vector<int>(230, level)});
-    }
+    std::vector<NidsMaker::Radial> list(360, {0.0, 1.0, std::vector<int>(230, level)});
+    for (size_t i = 0; i < list.size(); i++) list[i].ang0 = static_cast<double>(i);
     maker.layers.push_back(NidsMaker::radials(list));
     char name[40];
     std::snprintf(name, sizeof(name), "x_20210504_12%02d.nids", minute);
