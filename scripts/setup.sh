@@ -9,6 +9,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   clang clang-tidy clang-format libclang-rt-14-dev
   ghostscript xvfb
+  giflib-tools pngcheck
 )
 
 missing=()
