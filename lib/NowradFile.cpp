@@ -88,7 +88,7 @@ int NowradFile::readLabel() {
   char month[4] = {};
   if (time != nullptr &&
       std::sscanf(time, "%4d:%4d %4d-%3s-%4d", &hour, &minute, &day, month, &year) == 5) {
-    date.set(year, DateTool::decodeMonth(month), day, hour, minute, 0.0F);
+    date.set(year, DateTool::decodeMonth(month), day, hour, minute, Const::FMISS);
   }
   return 1;
 }

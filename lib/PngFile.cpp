@@ -35,7 +35,11 @@ constexpr int MAX_INFO = 79;
 constexpr int MAX_DOMAIN = 149;
 constexpr int MAX_COLORS = 256;
 constexpr int SIGNATURE = 8;
-constexpr int COMPRESS_LEVEL = 6;
+/** Level of zlib, with rows as they are (filter 0). Of a radar picture of 512 by 725 pixels, in ms
+ *  and bytes: indexed 1.3 and 32400 at level 1, 2.0 and 26000 at level 4, 5.4 and 23400 at level 6;
+ *  true colour 2.2 and 53700, 3.8 and 39300, 7.4 and 31100, but 11.3 and 41600 with what libpng
+ * does by itself, level 6 and the filters that it guesses. */
+constexpr int COMPRESS_LEVEL = 4;
 /** What the text chunks of a file may take: a small file can hold much text. */
 constexpr int MAX_TEXTS = 100;
 constexpr int MAX_TEXT_SIZE = 1 << 20;
