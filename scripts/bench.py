@@ -8,14 +8,17 @@ this one run only.
 """
 import os
 import statistics
+import struct
 import subprocess
 import sys
+import zlib
 
 runs = max(7, int(sys.argv[1]))
 build = os.path.abspath(sys.argv[2])
 products = os.path.abspath(sys.argv[3])
 program = os.path.join(build, "src", "scopeview")
 bare = os.path.join(build, "bench", "bare")
+bare_picture = os.path.join(build, "bench", "barePicture")
 config = os.path.join(build, "etc")
 
 PRODUCTS = [
@@ -60,6 +63,63 @@ def polygons(file, args):
         return sum(line.startswith("F ") for line in records)
 
 
+def dump_pixels(file, args):
+    """Draws a product and leaves its pixels for the floors. Returns width and height."""
+    out = os.path.join(products, "picture.png")
+    subprocess.run([program, "-in", "nids", file, "-df", config, "-de", "raster", "-ou", f"png:{out}", *args],
+                   check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    with open(out, "rb") as picture:
+        data = picture.read()
+    width, height = struct.unpack(">II", data[16:24])
+    packed = b""
+    at = 8
+    while at < len(data):
+        size, kind = struct.unpack(">I4s", data[at:at + 8])
+        packed += data[at + 8:at + 8 + size] if kind == b"IDAT" else b""
+        at += size + 12
+    # The rows have filter 0: a byte, and the pixels as they are.
+    rows = zlib.decompress(packed)
+    step = width * 3 + 1
+    rgb = b"".join(rows[y * step + 1:(y + 1) * step] for y in range(height))
+    colors = {}
+    index = bytes(colors.setdefault(rgb[i:i + 3], len(colors)) & 255 for i in range(0, len(rgb), 3))
+    for name, pixels in (("picture.rgb", rgb), ("picture.ind", index)):
+        with open(os.path.join(products, name), "wb") as dump:
+            dump.write(pixels)
+    return width, height
+
+
+def pictures(empty):
+    """Product to image file, off screen and on a display."""
+    print(f"\n{'picture':30} {'file':5} {'look':6} {'read':>7} {'write':>7} {'raster':>8} {'/floor':>7} {'window':>8}"
+          f" {'/floor':>7} {'MB':>6}")
+    display = os.environ.get("DISPLAY")
+    for name, what in PRODUCTS:
+        file = os.path.join(products, name + ".nids")
+        for look, args in (("bare", ["-dr", "none,+data", "-pa", "nobord"]), ("full", [])):
+            width, height = dump_pixels(file, args)
+            for kind, pixels in (("png", "picture.rgb"), ("gif", "picture.ind")):
+                draw = [program, "-in", "nids", file, "-df", config, "-ou", f"{kind}:/dev/null", *args]
+                commands = {
+                    "read": [bare, "read", file],
+                    "write": [bare_picture, kind, os.path.join(products, pixels), str(width), str(height)],
+                    "raster": [*draw, "-de", "raster"],
+                }
+                if display:
+                    commands["window"] = draw
+                got = measure(commands)
+                floor = got["write"][0] + got["read"][0] - empty
+                line = (f"{what:30} {kind:5} {look:6} {got['read'][0] * 1e3:7.2f} {got['write'][0] * 1e3:7.2f} "
+                        f"{got['raster'][0] * 1e3:8.2f} {got['raster'][0] / floor:7.2f}")
+                if display:
+                    line += f" {got['window'][0] * 1e3:8.2f} {got['window'][0] / floor:7.2f}"
+                else:
+                    line += f" {'-':>8} {'-':>7}"
+                print(f"{line} {got['raster'][1] / 1024:6.1f}")
+    print("\nwrite: the same pixels with libpng or giflib; floor: read + write - empty; bare: data alone, full: with"
+          "\nlabels, border and bar; window: on the display of Xvfb.")
+
+
 def main():
     base = measure({"empty": [bare, "empty"], "help": [program, "-h", "-df", config]})
     empty = base["empty"][0]
@@ -86,6 +146,7 @@ def main():
                   f"{own / floor:7.2f} {reproj * 1e3:8.2f} {reproj / own:6.2f} {got['own'][1] / 1024:6.1f}")
     print("\nread: reading and bare decompression; print: a bare loop that prints as many polygons with"
           "\nstd::to_chars; floor: read + print - empty; reproj: the same product on a Lambert map.")
+    pictures(empty)
 
 
 main()

@@ -13,6 +13,13 @@ mkdir -p build/bench
   cat build/bench/build.log >&2
   exit 1
 }
+# What draws in a window does so on a display of its own.
+exec 3< <(exec Xvfb -displayfd 1 -screen 0 1280x1024x24 -nolisten tcp -noreset 2>/dev/null)
+xvfb=$!
+trap 'kill "$xvfb" 2>/dev/null || true' EXIT
+read -r -t 20 number <&3 || number=
+[[ -z $number ]] && unset DISPLAY || export DISPLAY=":$number"
+
 if [[ ${1:-} == --parts ]]; then
   for program in build/release/bench/*Bench; do
     "$program" --benchmark_min_time=0.2
