@@ -1316,7 +1316,7 @@ int NidsFile::gotoGraphic() {
   if (!opened) {
     return 0;
   }
-  int64_t left = 2 * (off_graph - (bytes + uncounted) / 2);
+  int64_t left = int64_t{2} * off_graph - bytes - uncounted;
   if (left < 0) {
     return 1;
   }
