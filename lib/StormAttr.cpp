@@ -23,6 +23,10 @@ bool isWord(const char* word, const char* a, const char* b) {
   return StrLib::equal(word, a) || StrLib::equal(word, b);
 }
 
+bool isAngle(float v) {
+  return std::isfinite(v) && v != Const::FMISS;
+}
+
 /** A number that was read takes the place of a field; "inf" and "nan" aren't numbers of a table. */
 void take(float v, float& field) {
   field = std::isfinite(v) ? v : field;
@@ -67,7 +71,7 @@ int StormAttr::decodeLow(const char* line) {
   const int n =
       std::sscanf(line, "%127s %f %f %127s %127s %127s %f %f %f%*[ >]%f %f %f", name, &v[0], &v[1],
                   words[0], words[1], words[2], &v[2], &v[3], &v[4], &v[5], &v[6], &v[7]);
-  if (n < 2 || !std::isfinite(v[0])) {
+  if (n < 2 || !isAngle(v[0])) {
     return 0;
   }
   StrLib::copy(id, sizeof id, name);
@@ -97,7 +101,7 @@ int StormAttr::decodeVil(const char* line) {
   float range = NAN;
   if (std::sscanf(line, "%127s %f/%f %127s %127s", name, &azimuth, &range, words[0], words[1]) <
           4 ||
-      !std::isfinite(azimuth)) {
+      !isAngle(azimuth)) {
     return 0;
   }
   StrLib::copy(id, sizeof id, name);
