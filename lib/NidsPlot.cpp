@@ -802,7 +802,7 @@ void NidsPlot::drawPages(Plot& plot, const PlotAttr& data_attr) {
     return;
   }
   const DomainVal picture = plot.getDomainVal();
-  const double aspect = static_cast<double>(plot.getDomAspect());
+  const auto aspect = static_cast<double>(plot.getDomAspect());
   DomainVal page;
   page.proj = DomainVal::PIXEL;
   page.clat = page.clon = 0.0F;

@@ -84,8 +84,8 @@ Spline::Values Spline::createCoeffs(const Values& d, const Values& v) {
 
 float Spline::interp(float t, const Values& c, const Values& v) const {
   // The piece that begins at or before t; the first one, or the last, for what lies beyond.
-  const auto piece = std::upper_bound(d.begin() + 1, d.end() - 1, t) - d.begin() - 1;
-  const auto i = static_cast<size_t>(piece);
+  const auto next = std::upper_bound(d.begin() + 1, d.end() - 1, t);
+  const auto i = static_cast<size_t>(next - d.begin()) - 1;
   const float h = d[i + 1] - d[i];
   const float u = t - d[i];
   return v[i] + u * (((c[i + 1] - c[i]) * u / (6.0F * h) + c[i] / 2.0F) * u +
@@ -93,7 +93,7 @@ float Spline::interp(float t, const Values& c, const Values& v) const {
 }
 
 float Spline::getDist(int i) const {
-  return i >= 0 && i < getNum() ? d[static_cast<size_t>(i + poly)] : 0.0F;
+  return i >= 0 && i < getNum() ? d[static_cast<size_t>(i) + static_cast<size_t>(poly)] : 0.0F;
 }
 
 int Spline::getPoint(float t, Point& p) const {

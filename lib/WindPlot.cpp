@@ -116,7 +116,7 @@ void drawHead(Plot& plot, const Point& tip, float u, float v, float back, float 
 }  // namespace
 
 int WindPlot::drawBarb(Plot& plot, const Point& point, const Wind& wind, float length, float base) {
-  if (!isDrawable(wind)) {
+  if (!isDrawable(wind) || wind.spd < 0) {
     return 0;
   }
   const Barb barb(plot, point, wind, length);

@@ -13,7 +13,7 @@ class WindPlot {
    * one for 5, each from 2 knots below. Speeds above 300 are drawn as 300.
    *  @param length  of the staff, which points to where the wind comes from
    *  @param base    of the staff that is left free at the place
-   *  @return 1; 0 for a calm or missing wind */
+   *  @return 1; 0 for a calm or missing wind, and for a speed below 0 */
   static int drawBarb(Plot& plot, const Point& point, const Wind& wind, float length, float base);
   /** The same with the direction turned as the plot's projection is at the point. */
   static int drawBarbMap(Plot& plot, const Point& point, const Wind& wind, float length,

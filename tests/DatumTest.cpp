@@ -250,6 +250,7 @@ TEST_F(DatumTest, WindsAndLines) {
   EXPECT_EQ(draw(Datum::WBARB, 270, 3, ""), "L 5.60,20.00 5.30,21.25 | L 10.00,20.00 5.00,20.00");
   EXPECT_EQ(draw(Datum::CBARB, -1, 10, ""), "");
   EXPECT_EQ(draw(Datum::WBARB, 270, Const::FMISS, ""), "");
+  EXPECT_EQ(draw(Datum::WBARB, 270, -1e12F, ""), "");
   const std::string calm = draw(Datum::CBARB, -1, 0, "");
   EXPECT_EQ(calm.substr(0, 26), "L 10.00,21.30 10.65,21.13 ") << "a circle of chords, no staff";
   EXPECT_EQ(draw(Datum::DBARB, 0, 0, "").substr(0, 14), "L 10.00,20.30 ");
