@@ -520,7 +520,9 @@ int NidsFile::messHeader() {
       [&block](const Envelope& e) { return e.first == block[0] && e.second == block[1]; });
   comp_test = 1;
   bytes = 0;
+  uncounted = 2;  // the code of a bare message
   if (envelope != std::end(envelopes)) {
+    uncounted = 0;
     for (int i = 0; i < envelope->lines && skipLine() > 0; ++i) {
     }
     if (readBytes(block, 2) != 1) {
@@ -1314,8 +1316,12 @@ int NidsFile::gotoGraphic() {
   if (!opened) {
     return 0;
   }
+  int64_t left = int64_t{2} * off_graph - bytes - uncounted;
+  if (left < 0) {
+    return 1;
+  }
   pending = 0;
-  int64_t left = 2 * (off_graph - bytes / 2);
+  pk_code = 0;  // a divider met on the way isn't that of the graphic block
   while (left > 0) {
     const int n = static_cast<int>(std::min<int64_t>(left, buffer_size));
     if (readBytes(nullptr, n) != 1) {

@@ -61,6 +61,7 @@ struct NidsState {
   int num = 0;
   int val = 0;
   int64_t bytes = 0;
+  int uncounted = 0;  ///< bytes of the message ahead of those counted
   int nbytes = 0;
   int pack = 0;
   bool lost =
@@ -178,7 +179,8 @@ class NidsFile : private NidsState {
   int readText(NidsText& text);
   int skipText();
 
-  /** Drops what stands ahead of the graphic block. @return 1; 0 at the end of the data */
+  /** Drops what stands ahead of the graphic block, which ends the packets wherever they were. A
+   *  stream that has come past its beginning stays. @return 1; 0 at the end of the data */
   int gotoGraphic();
   /** Head of the block of graphic pages. @return 1; 0 if there is none */
   int graphic();

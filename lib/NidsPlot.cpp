@@ -12,12 +12,14 @@
 #include "ColorMap.h"
 #include "Convert.h"
 #include "DateTool.h"
+#include "Datum.h"
 #include "Domain.h"
 #include "EarthPoint.h"
 #include "FileTool.h"
 #include "Plot.h"
 #include "PlotAttr.h"
 #include "Points.h"
+#include "StormAttr.h"
 #include "StrLib.h"
 #include "Strings.h"
 #include "Tools.h"
@@ -30,9 +32,13 @@ namespace ZQV {
 namespace {
 
 constexpr const char* site_file = "rad.cty";
+constexpr const char* variable_file = "nidsplot.var";
 constexpr float overlap = 0.01F;  // degrees, closes the hairline between neighbouring radials
 constexpr float text_size = 8.0F;
 constexpr float barb_size = 20.0F;
+constexpr int page_side = 512;      // pixels of a page of tables
+constexpr float page_step = 50.0F;  // pixels from one page down to the next
+constexpr float page_text_size = 7.0F;
 constexpr int max_side = 8192;  // rows, columns and bins of a domain that a file may ask for
 
 constexpr const char* reflectivity_fill =
@@ -55,8 +61,31 @@ constexpr const char* velocity_fill =
     "-70:blue,-63:lblue,-49:cyan,-35:lcyan,-25:green,-19:lgreen,-9:dgray,0:off,1:lgray,10:yellow,"
     "20:brown,26:lred,36:red,50:lmagenta,64:magenta";
 
+/** Units of the storm variables, as the tables have them. */
+struct StormUnit {
+  const char* name;
+  const char* unit;
+};
+constexpr StormUnit storm_units[] = {
+    {"poh", "%"},       {"posh", "%"},     {"hsize", "in"}, {"vil", "kg/m^2"}, {"dbzm", "dBZ"},
+    {"dbzht", "100ft"}, {"ctop", "100ft"}, {"cdir", "deg"}, {"cspd", "knt"},   {"cmvmt", "knt"}};
+
 bool isPresent(const char* text) {
   return text != nullptr;
+}
+
+/** A probability of hail: the number, and a sign for the likely ones. */
+void setHail(Datum& datum, int percent) {
+  constexpr int likely = 75;
+  constexpr int even = 50;
+  if (percent > 0) {
+    datum.setValue(0, static_cast<float>(percent));
+  }
+  if (percent >= likely) {
+    datum.setData("*");
+  } else if (percent >= even) {
+    datum.setData("X");
+  }
 }
 
 }  // namespace
@@ -436,6 +465,7 @@ int NidsPlot::draw(Plot& plot) {
   if (map != 0 && (asked || isPresent(Zqv::getResrc("map_file")))) {
     Zqv::outWarning("NidsPlot: map overlays are not available in this build\n");
   }
+  readVars();
   drawImage(plot);
   drawData(plot);
   nids.close();
@@ -747,11 +777,285 @@ int NidsPlot::drawData(Plot& plot) {
       }
     }
   }
-  if (plt_table != 0 || variable.valid() || isPresent(Zqv::getResrc("variable"))) {
-    Zqv::outWarning("NidsPlot: storm tables and variables are not available in this build\n");
-  }
+  const bool wanted = draw_data;
+  draw_data = draw_data && plot.isDrawing(1);
+  dplot.emplace();
+  drawPages(plot, data_attr);
+  draw_data = wanted;
   plot.setTextCharWidth(0.0F);
+  addVarLabels(plot);
   return 1;
+}
+
+/** The storm variables that were asked for. */
+void NidsPlot::readVars() {
+  vars.init();
+  vars.readFile(variable_file);
+  vars.decode(variable.valid() ? variable.get() : Zqv::getResrc("variable"));
+}
+
+/** The pages of tables, one below the other. The picture's own domain is in force again for each
+ * storm found on them. */
+void NidsPlot::drawPages(Plot& plot, const PlotAttr& data_attr) {
+  // Where packets that nobody knows have ended the symbology, the offset tells where pages begin.
+  if (nids.getOffGraph() == 0 || nids.gotoGraphic() == 0 || nids.graphic() == 0) {
+    return;
+  }
+  const DomainVal picture = plot.getDomainVal();
+  const auto aspect = static_cast<double>(plot.getDomAspect());
+  DomainVal page;
+  page.proj = DomainVal::PIXEL;
+  page.clat = page.clon = 0.0F;
+  page.dx = page.dy = 1.0F;
+  page.nx = page.ny = page_side;
+  if (aspect > 1) {
+    page.nx = std::min(Tools::cut(std::round(page_side * aspect)), max_side);
+  } else if (aspect > 0) {
+    page.ny = std::min(Tools::cut(std::round(page_side / aspect)), max_side);
+  }
+  plot.setDomain(page);
+  StormAttr storm;
+  for (float down = 0.0F; nids.graphicLayer() > 0; down += page_step) {
+    while (nids.readPacket() > 0) {
+      if (nids.isPacketVector()) {
+        drawPageVectors(plot, down);
+      } else if (nids.isPacketWindbarb()) {
+        drawPageWinds(plot);
+      } else if (nids.isPacketText()) {
+        NidsText text;
+        nids.readText(text);
+        drawPageText(plot, data_attr, text, down);
+        storm.decode(text.data.data());
+        if (storm.isValid() && draw_data) {
+          plot.setDomain(picture);
+          drawStorm(plot, storm);
+          plot.setDomain(page);
+        }
+      }
+    }
+  }
+  plot.setDomain(picture);
+}
+
+void NidsPlot::drawPageVectors(Plot& plot, float down) {
+  plot.setLine(PlotAttr(Zqv::getResrc("color_grid", "red")));
+  NidsVector vect;
+  while (nids.readVector(vect) > 0) {
+    if (plt_table != 0) {
+      plot.drawLine(EarthPoint(vect.x1, down + vect.y1), EarthPoint(vect.x2, down + vect.y2));
+    }
+  }
+}
+
+void NidsPlot::drawPageWinds(Plot& plot) {
+  NidsWind barb;
+  while (nids.readWind(barb) > 0) {
+    EarthPoint e(barb.x, barb.y);
+    Point p;
+    plot.tran(e, p);
+    if (plt_table != 0) {
+      WindPlot::drawBarb(plot, p, Wind(barb.dir, barb.spd), barb_size, 0.0F);
+    }
+  }
+}
+
+void NidsPlot::drawPageText(Plot& plot, const PlotAttr& data_attr, const NidsText& text,
+                            float down) {
+  constexpr float expansion = 0.85F;
+  constexpr int level = 6;
+  plot.setLine(data_attr);
+  plot.setFill(data_attr);
+  plot.setTextCharWidth(1.0F);
+  plot.setTextHeight(page_text_size);
+  plot.setText(data_attr, page_text_size);
+  plot.setTextAlign(Graph::HALIGN_LEFT, Graph::VALIGN_CAP);
+  plot.setTextExpansion(expansion);
+  if (plt_table != 0 && data_attr.validColor()) {
+    plot.drawText(EarthPoint(text.x, down + text.y), text.data.data());
+  }
+  // What goes to a terminal must not hold its control sequences.
+  std::array<char, sizeof(text.data)> line = text.data;
+  std::replace_if(
+      line.begin(), line.begin() + StrLib::length(line.data()),
+      [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, ' ');
+  Zqv::outMessage(level, "%s\n", line.data());
+}
+
+const char* NidsPlot::getUnits(const char* name) {
+  const auto* found =
+      std::find_if(std::begin(storm_units), std::end(storm_units),
+                   [name](const StormUnit& row) { return StrLib::iequal(name, row.name); });
+  return found != std::end(storm_units) ? found->unit : "";
+}
+
+int NidsPlot::drawStorm(Plot& plot, const StormAttr& storm) {
+  if (!dplot) {
+    dplot.emplace();
+  }
+  plot.setText();
+  const PlotAttr attr(color.valid() ? color.get() : nullptr, plot.getInverse() ? "black" : "white");
+  dplot->setAttr(attr);
+  plot.setText(attr);
+  EarthPoint place;
+  Domain::offsetLatLon(EarthPoint(info.lat, info.lon), storm.getAng(),
+                       Convert::NMtoKM(storm.getRad()), place);
+  for (int i = 0; i < vars.getNum(); i++) {
+    drawStormVar(plot, storm, place, i);
+  }
+  // Widths and shadows of a storm's symbols aren't those of what follows.
+  plot.setText();
+  plot.setLine();
+  return 1;
+}
+
+/** Draws what entry i of the variables asks for. */
+void NidsPlot::drawStormVar(Plot& plot, const StormAttr& storm, const EarthPoint& place, int i) {
+  constexpr int strong_meso = 4;
+  const char* name = vars.getName(i);
+  const auto is = [name](const char* other) { return StrLib::iequal(name, other); };
+  Datum datum(place);
+  int converted = -1;  // the value that the entry's units are for
+  if (is("cid")) {
+    datum.setData(storm.getId());
+  } else if (is("tvs")) {
+    if (storm.getTvs() == 0) {
+      return;
+    }
+    datum.setValue(0, 1.0F);
+    datum.setData("TVS");
+  } else if (is("meso") || is("meso5")) {
+    if (storm.getMeso() == 0 || (is("meso5") && storm.getMeso() <= strong_meso)) {
+      return;
+    }
+    datum.setValue(0, static_cast<float>(storm.getMeso()));
+    datum.setData("MESO");
+  } else if (is("poh")) {
+    if (storm.getHail() <= 0) {
+      return;
+    }
+    setHail(datum, storm.getHail());
+  } else if (is("posh")) {
+    setHail(datum, storm.getSHail());
+  } else if (is("hsize")) {
+    datum.setValue(0, storm.getHSize());
+    converted = 0;
+  } else if (is("vil")) {
+    datum.setValue(0, storm.getVil());
+    converted = 0;
+  } else if (is("dbzm")) {
+    datum.setValue(0, storm.getMaxDbz());
+  } else if (is("dbzht")) {
+    datum.setValue(0, storm.getMaxDbzZ());
+    converted = 0;
+  } else if (is("ctop")) {
+    datum.setValue(0, storm.getTops());
+    converted = 0;
+  } else if (is("cdir")) {
+    datum.setValue(0, storm.getDir());
+  } else if (is("cspd")) {
+    datum.setValue(0, storm.getSpd());
+    converted = 0;
+  } else if (is("cmvmt")) {
+    datum.setValue(0, storm.getDir());
+    datum.setValue(1, storm.getSpd());
+    converted = 1;
+  } else if (is("cstat")) {
+    drawStatus(plot, storm, place);
+    return;
+  } else if (StrLib::equal(name, "comp")) {
+    drawComposite(plot, storm, place);
+    return;
+  } else {
+    if (StrLib::equal(name, "track")) {
+      drawTrack(plot, storm, place);
+    }
+    return;
+  }
+  if (converted >= 0 && StrLib::valid(vars.getUnits(i))) {
+    const float v = unit.convert(datum.getValue(converted), getUnits(name), vars.getUnits(i));
+    if (v != Const::FMISS) {  // else there is no such conversion, and the value stays
+      datum.setValue(converted, v);
+    }
+  }
+  datum.setFormat(vars.getFormat(i));
+  dplot->draw(plot, datum);
+}
+
+/** Movement, identifier, top and status. */
+void NidsPlot::drawComposite(Plot& plot, const StormAttr& storm, const EarthPoint& place) {
+  Datum datum(place);
+  datum.setType(Datum::WBARB);
+  datum.setValue(0, storm.getDir());
+  datum.setValue(1, storm.getSpd());
+  dplot->draw(plot, datum);
+  dplot->draw(plot, place, Datum::TEXT, storm.getId(), "ul");
+  dplot->draw(plot, place, Datum::VALUE, storm.getTops(), "ur,fm=%.0f");
+  drawStatus(plot, storm, place);
+}
+
+/** Symbols for hail, mesocyclone and tornado vortex, one over the other; a cross for none of them.
+ */
+void NidsPlot::drawStatus(Plot& plot, const StormAttr& storm, const EarthPoint& place) {
+  constexpr int even = 50;
+  bool drawn = false;
+  const auto draw_mark = [&](const char* symbol, const char* format) {
+    dplot->draw(plot, place, Datum::MARK, symbol, format);
+    drawn = true;
+  };
+  if (storm.getSHail() >= even) {
+    draw_mark("tri", "co=lgreen,wi=2");
+  } else if (storm.getHail() >= even) {
+    draw_mark("tri", "co=green,wi=2");
+  }
+  if (storm.getMeso() != 0) {
+    draw_mark("circle", "co=yellow,wi=2");
+  }
+  if (storm.getTvs() != 0) {
+    draw_mark("itri", "co=red,wi=2");
+  }
+  if (!drawn) {
+    draw_mark("plus", "co=white,wi=2");
+  }
+}
+
+/** The way of the next two hours, with a stroke every half hour. */
+void NidsPlot::drawTrack(Plot& plot, const StormAttr& storm, const EarthPoint& place) {
+  constexpr float hours = 2.0F;
+  constexpr float km = 100.0F;  // in a unit of the plane
+  constexpr float share = 0.1F;
+  constexpr int steps = 4;
+  EarthPoint e = place;
+  Point p;
+  if (storm.getSpd() == Const::FMISS || plot.tran(e, p) == 0 || !p.isSet()) {
+    return;
+  }
+  plot.setLine();
+  plot.setLine(
+      PlotAttr(color.valid() ? color.get() : nullptr, plot.getInverse() ? "black" : "white"));
+  // The map's factor is that of the radar's place, not of the storm's: deliberate.
+  const float factor = plot.getMapFactor(EarthPoint(info.lat, info.lon));
+  const Wind wind(plot.adjustDir(storm.getDir(), p),
+                  Convert::KTtoKMH(storm.getSpd()) * factor * hours / km);
+  WindPlot::drawTrack(plot, p, wind, share * plot.getVert(), 1.0F, steps, 0);
+}
+
+/** A label for each variable that has one. */
+void NidsPlot::addVarLabels(Plot& plot) {
+  for (int i = 0; i < vars.getNum(); i++) {
+    if (vars.getLayer(i) != 0) {
+      continue;
+    }
+    VarSpec spec = vars.getSpec(i);
+    if (!StrLib::valid(spec.getUnits())) {
+      spec.setUnits(getUnits(vars.getName(i)));
+    }
+    String label;
+    spec.toInfoLabel(label);
+    plot.addLabel("ul", label.get());
+    spec.toDateLabel(info.date, tz, "", label);
+    plot.addLabel("ur", label.get());
+    plot.done();
+  }
 }
 
 }  // namespace ZQV

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 
 #include "Const.h"
+#include "DatumPlot.h"
 #include "Drawing.h"
 #include "Filename.h"
 #include "Listener.h"
@@ -12,17 +14,22 @@
 #include "Point.h"
 #include "String.h"
 #include "Timezone.h"
+#include "Unit.h"
+#include "VarList.h"
 
 namespace ZQV {
 
 class ColorFill;
 class ColorMap;
+class EarthPoint;
 class PlotAttr;
+class StormAttr;
 
 /** Draws NIDS products: each bin or cell as one filled polygon while the product streams from its
  * file, vectors, barbs and texts, the labels and the colour bar; then the site mark and range
- * rings. On another projection than the product's every vertex goes through its place on the earth,
- * so that the picture is exact on any map. */
+ * rings, the pages of tables, and what the variables ask for of the storms in the tables. On
+ * another projection than the product's every vertex goes through its place on the earth, so that
+ * the picture is exact on any map. */
 class NidsPlot : public Drawing, public Listener {
  public:
   NidsPlot() { NidsPlot::init(); }
@@ -72,6 +79,10 @@ class NidsPlot : public Drawing, public Listener {
   int setColorFill(const char* text);
   int setColor(const char* text);
   int setMap(int flag);
+  /** Draws what the variables ask for of one storm. @return 1 */
+  int drawStorm(Plot& plot, const StormAttr& storm);
+  /** Unit of a storm variable as the tables have it, empty for one without. */
+  static const char* getUnits(const char* name);
   /** Summary of the product drawn last. */
   int getInfo(NidsInfo& out) const;
 
@@ -79,6 +90,16 @@ class NidsPlot : public Drawing, public Listener {
   struct Painter;
   int drawImage(Plot& plot);
   int drawData(Plot& plot);
+  void readVars();
+  void drawPages(Plot& plot, const PlotAttr& data_attr);
+  void drawPageText(Plot& plot, const PlotAttr& data_attr, const NidsText& text, float down);
+  void drawPageVectors(Plot& plot, float down);
+  void drawPageWinds(Plot& plot);
+  void drawStormVar(Plot& plot, const StormAttr& storm, const EarthPoint& place, int i);
+  void drawComposite(Plot& plot, const StormAttr& storm, const EarthPoint& place);
+  void drawStatus(Plot& plot, const StormAttr& storm, const EarthPoint& place);
+  void drawTrack(Plot& plot, const StormAttr& storm, const EarthPoint& place);
+  void addVarLabels(Plot& plot);
   void chooseFill(ColorMap& map, ColorFill& fill) const;
   int walkPackets(Painter& painter);
   void drawRadials(Painter& painter);
@@ -114,7 +135,10 @@ class NidsPlot : public Drawing, public Listener {
   Timezone tz;
   NidsFile nids;
   NidsInfo info;
-  bool begun = false;  ///< nids has the header of standard input already
+  VarList vars;
+  Unit unit;                       ///< of all conversions, for its cache
+  std::optional<DatumPlot> dplot;  ///< of the storms of one product
+  bool begun = false;              ///< nids has the header of standard input already
 };
 
 }  // namespace ZQV

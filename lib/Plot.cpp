@@ -21,6 +21,7 @@
 #include "Point.h"
 #include "Prog.h"
 #include "RGB.h"
+#include "Spline.h"
 #include "StrLib.h"
 #include "Strings.h"
 #include "Tools.h"
@@ -852,7 +853,8 @@ int Plot::drawLine(const Points& points) {
   return drawn;
 }
 
-int Plot::drawLine(const EarthPoints& points) {
+/** The line in the panel's plane; what can't be shown is missing. */
+Points Plot::tranLine(const EarthPoints& points) {
   Points line(points.getNum());
   for (int i = 0; i < points.getNum(); i++) {
     EarthPoint e;
@@ -861,7 +863,50 @@ int Plot::drawLine(const EarthPoints& points) {
     tran(e, p);
     line.add(p);
   }
-  return drawLine(line);
+  return line;
+}
+
+int Plot::drawLine(const EarthPoints& points) {
+  return drawLine(tranLine(points));
+}
+
+int Plot::drawSpline(const Points& points) {
+  constexpr int steps_point = 4;
+  if (!ColorMap::isColor(line_color)) {
+    return 0;
+  }
+  const bool plane = graph.getTran() != 1;
+  Points line = points;
+  const int wrapped = plane ? 0 : panel().domain.wrapLine(line);
+  const Spline spline(line);
+  const float dist = spline.getDist();
+  if (!(dist > 0.0F)) {
+    return 0;
+  }
+  const int n = steps_point * points.getNum();
+  Points curve(n + 1);
+  for (int i = 0; i <= n; i++) {
+    Point p;
+    spline.getPoint(dist * static_cast<float>(i) / static_cast<float>(n), p);
+    curve.add(p);
+  }
+  const auto draw_curve = [&]() {
+    Points cropped = curve;
+    if (!plane) {
+      cropLine(cropped);
+    }
+    return drawStretches(cropped);
+  };
+  int drawn = draw_curve();
+  if (wrapped != 0) {
+    panel().domain.offsetLine(curve, wrapped);
+    drawn |= draw_curve();
+  }
+  return drawn;
+}
+
+int Plot::drawSpline(const EarthPoints& points) {
+  return drawSpline(tranLine(points));
 }
 
 int Plot::drawRect(const Rect& rect) {
@@ -947,15 +992,7 @@ int Plot::drawFill(const Points& points) {
 }
 
 int Plot::drawFill(const EarthPoints& points) {
-  Points outline(points.getNum());
-  for (int i = 0; i < points.getNum(); i++) {
-    EarthPoint e;
-    Point p;
-    points.get(i, e);
-    tran(e, p);
-    outline.add(p);
-  }
-  return drawFill(outline);
+  return drawFill(tranLine(points));
 }
 
 int Plot::drawFill(const Rect& rect) {

@@ -180,6 +180,9 @@ class Plot : public Listener {
   int drawLine(const GridPoint& g1, const GridPoint& g2);
   int drawLine(const Points& points);
   int drawLine(const EarthPoints& points);
+  /** A smooth curve through the points, in four steps a point. @return 1; 0 if there is none */
+  int drawSpline(const Points& points);
+  int drawSpline(const EarthPoints& points);
   int drawRect(const Rect& rect);
   int drawRect(float x1, float y1, float x2, float y2);
   int drawCircle(const Point& centre, float r);
@@ -330,6 +333,7 @@ class Plot : public Listener {
   void setTitle(const char* text);
   [[nodiscard]] bool wraps() const;
   int drawStretches(const Points& line);
+  Points tranLine(const EarthPoints& points);
   int decodePanelStr(const Rect& rect, const char* text, GeomBox& box) const;
   int storeLabel(const char* locate, const char* text, int at_layer);
   void addResourceLabels();

@@ -106,6 +106,15 @@ int Tools::toString(float value, int digits, String& out) {
   return out.copy(text);
 }
 
+int Tools::toString(float value, const char* format, String& out) {
+  char text[200];
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+  std::snprintf(text, sizeof(text), numFormat(format), static_cast<double>(value));
+#pragma GCC diagnostic pop
+  return out.copy(text);
+}
+
 int Tools::toInt(float value) {
   if (value == 0.0F || !std::isfinite(value)) {
     return 0;

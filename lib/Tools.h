@@ -22,6 +22,8 @@ class Tools {
   /** Value to text with about five significant digits and one trailing zero rule. @return 1 */
   static int toString(float value, String& out);
   static int toString(float value, int digits, String& out);
+  /** Value by a format that users and files give, as numFormat() lets it. @return 1 */
+  static int toString(float value, const char* format, String& out);
   /** Value in two significant digits and an exponent, exponent * 100 + digits, signed. */
   static int toInt(float value);
   /** Interval for n classes between low and high, rounded up. From 10 up the rounding comes to the

@@ -296,11 +296,30 @@ TEST(NidsPacketTest, PageEndsByItsLengthWithoutAnotherRead) {
 }
 
 TEST(NidsPacketTest, GraphicBlockIsFoundFromAnywhereAhead) {
-  Opened o(paged());
-  ASSERT_EQ(o.nids.gotoGraphic(), 1);
-  ASSERT_EQ(o.nids.graphic(), 1);
-  EXPECT_EQ(o.nids.graphicLayer(), 1);
-  EXPECT_EQ(o.nids.readPacket(), 8);
+  // From the image, a packet that isn't known, the divider of a second layer, and the block's own.
+  NidsMaker unknown = paged();
+  unknown.layers = {NidsMaker::u2(2) + "lost"};
+  NidsMaker layers = paged();
+  layers.layers = {NidsMaker::text(0, 0, 0, "AA"), NidsMaker::text(0, 0, 0, "BB")};
+  NidsMaker one_layer = paged();
+  one_layer.layers = {NidsMaker::text(0, 0, 0, "AA")};
+  for (NidsMaker maker : {paged(), unknown, layers, one_layer}) {
+    for (const auto envelope : {NidsMaker::BARE, NidsMaker::HEADING}) {
+      maker.envelope = envelope;
+      for (const bool walks : {false, true}) {
+        Opened o(maker);
+        if (walks && o.nids.isPacketText()) {
+          o.nids.skipText();
+          while (o.nids.readPacket() > 0) {
+          }
+        }
+        ASSERT_EQ(o.nids.gotoGraphic(), 1);
+        ASSERT_EQ(o.nids.graphic(), 1) << envelope << walks << maker.layers.size();
+        EXPECT_EQ(o.nids.graphicLayer(), 1);
+        EXPECT_EQ(o.nids.readPacket(), 8);
+      }
+    }
+  }
 }
 
 TEST(NidsPacketTest, GraphicBlockThatIsNotThere) {

@@ -293,6 +293,47 @@ TEST_F(PlotTest, LabelCodes) {
   EXPECT_EQ(stored, 30);
 }
 
+TEST_F(PlotTest, SplinesAreSampledAlongTheirLength) {
+  const auto curve = [&](std::initializer_list<Point> list, const char* color, int expected) {
+    Points points;
+    for (const Point& p : list) {
+      points.add(p);
+    }
+    return drawn([&](Plot& plot) {
+      plot.setPanel(domain("latlon,0,0,361,181,1,1"));  // 2:1 on the page of 1.5 by 1
+      plot.setLine(color);
+      EXPECT_EQ(plot.drawSpline(points), expected);
+    });
+  };
+  std::vector<Record> records = curve({{-80, 0}, {-70, 10}, {-60, 0}}, "white", 1);
+  ASSERT_EQ(records.size(), 1U);
+  ASSERT_EQ(records[0].points.size(), 13U);
+  const double degree = 1.5 / 360;
+  EXPECT_NEAR(records[0].points[6].x, 110 * degree, 1e-5);
+  EXPECT_NEAR(records[0].points[6].y, 0.5 + 10 * degree, 1e-5);
+  EXPECT_NEAR(records[0].points[3].y, 0.5 + 6.875 * degree, 1e-5) << "rounder than the chord";
+  EXPECT_EQ(curve({{-80, 0}, {-70, 10}, {-60, 0}}, "off", 0).size(), 0U);
+  EXPECT_EQ(curve({{100, 0}, {100, 0}}, "white", 0).size(), 0U) << "no length";
+  drawn([](Plot& plot) {
+    plot.setPanel(domain("latlon,0,0,361,181,1,1"));
+    plot.setLine("white");
+    EarthPoints points;
+    points.add(0, 170);
+    points.add(10, 180);
+    points.add(0, -170);
+    EXPECT_EQ(plot.drawSpline(points), 1);
+  });
+  int beyond = 0;
+  std::vector<Record> parts = readMeta(dir.read("m"));
+  for (const Record& r : parts) {
+    for (const Record::Place& p : r.points) {
+      beyond += p.x < -1e-6 || p.x > 1.5 + 1e-6 ? 1 : 0;
+    }
+  }
+  EXPECT_EQ(parts.size(), 2U) << "a part at each edge of the map";
+  EXPECT_EQ(beyond, 0);
+}
+
 TEST_F(PlotTest, ColourBarShowsItsClasses) {
   const auto bar_of = [&](const char* fill_text, const Range& range, const char* param) {
     std::vector<Record> fills;

@@ -481,6 +481,196 @@ TEST_F(RoadTest, HelpListsEveryOptionAndEnds) {
   EXPECT_EQ(runScopeview(dir, "-it", "").status, 0);
 }
 
+TEST_F(RoadTest, StormsStandAtTheirAzimuthAndRange) {
+  struct Storm {
+    const char* id;
+    int az, nm;
+    const char* tvs;
+    const char* meso;
+    int posh, poh;
+    int dir, spd;  // no movement if the speed is 0
+  };
+  const std::vector<Storm> storms = {
+      {"A0", 0, 10, "NONE", "NONE", 0, 0, 0, 0},    {"B1", 30, 40, "NONE", "NONE", 0, 0, 0, 0},
+      {"C2", 60, 70, "NONE", "NONE", 0, 40, 0, 0},  {"D3", 90, 100, "NONE", "NONE", 0, 0, 0, 0},
+      {"E4", 120, 5, "NONE", "NONE", 40, 49, 0, 0}, {"F5", 145, 55, "NONE", "NONE", 0, 0, 0, 0},
+      {"G6", 181, 62, "NONE", "NONE", 0, 0, 0, 0},  {"H7", 200, 33, "NONE", "NONE", 0, 0, 0, 0},
+      {"I8", 240, 81, "NONE", "NONE", 0, 0, 0, 0},  {"J9", 270, 110, "NONE", "NONE", 0, 0, 0, 0},
+      {"K1", 300, 20, "NONE", "3", 0, 60, 225, 40}, {"L2", 330, 90, "TVS", "5", 80, 100, 180, 20},
+      {"M3", 359, 1, "NONE", "NONE", 0, 0, 90, 30}};
+  NidsMaker maker;
+  maker.code = 58;
+  // Packets of a kind that nobody knows, so that only the offset leads to the pages.
+  maker.layers = {NidsMaker::u2(2) + NidsMaker::u2(6) + NidsMaker::u2(10) + NidsMaker::u2(20) +
+                  "\"#"};
+  for (size_t i = 0; i < storms.size();) {
+    std::string page = NidsMaker::text(
+        0, 0, 1, " STM ID  AZ/RAN TVS  MDA  POSH/POH/MX SIZE VIL DBZM  HT  TOP  FCST MVMT ");
+    for (int row = 0; row < 4 && i < storms.size(); row++, i++) {
+      const Storm& s = storms[i];
+      char line[100];
+      std::snprintf(line, sizeof line,
+                    "    %s  %3d/%3d %-4s %4s  %3d/%3d/ 1.00    %2d  50 10.0  20.0  ", s.id, s.az,
+                    s.nm, s.tvs, s.meso, s.posh, s.poh, 10 + row);
+      std::string text = line;
+      std::snprintf(line, sizeof line, s.spd > 0 ? "%3d/%3d  " : "  NEW    ", s.dir, s.spd);
+      page += NidsMaker::text(0, 0, 11 + 10 * row, text + line);
+    }
+    maker.pages.push_back(page);
+  }
+  const OwnPage page(461, 1);
+  const auto plane_of = [&](const Storm& s) {  // from the radar
+    const double north = s.nm * 1.852 * std::cos(s.az * rad) / 111.195;
+    const double east = s.nm * 1.852 * std::sin(s.az * rad) / 111.195 / std::cos(lat * rad);
+    const double r = stereo * std::tan((90 - lat - north) / 2 * rad);
+    return Place{r * std::sin(east * rad), -r * std::cos(east * rad) - radar_y};
+  };
+  const auto place_of = [&](const Storm& s) { return page.at(plane_of(s).x, plane_of(s).y); };
+  const auto middle = [](const Record& r) {
+    return Place{(r.points[0].x + r.points[1].x) / 2, (r.points[0].y + r.points[1].y) / 2};
+  };
+  const auto inside = [&](const Place& p) {
+    return p.y > bottomOf(page) + 1e-4 && p.y < 1 - bottomOf(page) - 1e-4;
+  };
+
+  // A cross for a quiet storm: two strokes each, 0.018 of the picture's height.
+  for (const auto envelope : {NidsMaker::HEADING, NidsMaker::BARE}) {
+    maker.envelope = envelope;
+    size_t crosses = 0;
+    const std::vector<Record> records = draw(maker, "-va cstat");
+    for (const Storm& s : storms) {
+      const Place p = place_of(s);
+      const bool quiet = s.posh < 50 && s.poh < 50 && s.meso[0] == 'N' && s.tvs[0] == 'N';
+      const auto strokes = std::count_if(records.begin(), records.end(), [&](const Record& r) {
+        return r.kind == 'L' && r.points.size() == 2 &&
+               std::hypot(middle(r).x - p.x, middle(r).y - p.y) < 3e-6 &&
+               std::fabs(std::hypot(r.points[0].x - r.points[1].x, r.points[0].y - r.points[1].y) -
+                         0.018 * page.height) < 3e-6;
+      });
+      EXPECT_EQ(strokes, quiet ? 2 : 0) << s.id;
+      crosses += quiet ? 1 : 0;
+      // Triangle, circle and triangle on its head, each closed.
+      const auto shapes = [&](const char* name) {
+        return std::count_if(records.begin(), records.end(), [&](const Record& r) {
+          return r.kind == 'L' && (r.points.size() == 4 || r.points.size() == 13) &&
+                 r.fill_color == color[name] &&
+                 std::all_of(r.points.begin(), r.points.end(), [&](const Place& q) {
+                   return std::hypot(q.x - p.x, q.y - p.y) < 0.013 * page.height;
+                 });
+        });
+      };
+      EXPECT_EQ(shapes("lgreen"), s.posh >= 50 ? 1 : 0) << s.id;
+      EXPECT_EQ(shapes("green"), s.posh < 50 && s.poh >= 50 ? 1 : 0) << s.id;
+      EXPECT_EQ(shapes("yellow"), s.meso[0] != 'N' ? 1 : 0) << s.id;
+      EXPECT_EQ(shapes("red"), s.tvs[0] != 'N' ? 1 : 0) << s.id;
+    }
+    EXPECT_EQ(crosses, 11U);
+  }
+
+  // Tracks: two hours of movement along the turned meridian of the storm, drawn with the map's
+  // factor at the radar. Three strokes across and a head of two.
+  std::vector<Record> lines;
+  for (const Record& r : draw(maker, "-va track")) {
+    if (r.kind == 'L' && r.points.size() == 2 && inside(r.points[0])) {
+      lines.push_back(r);
+    }
+  }
+  ASSERT_EQ(lines.size(), 3U * 6U) << "only of storms that move";
+  size_t at = 0;
+  for (const Storm& s : storms) {
+    if (s.spd == 0) {
+      continue;
+    }
+    const Place p = plane_of(s);
+    const double turned = std::atan2(p.x, -(p.y + radar_y)) / rad;
+    const double length = s.spd * 1.852 * map_factor * 2 / 100;
+    const double bearing = (s.dir - turned + 180) * rad;
+    const Place end = page.at(p.x + length * std::sin(bearing), p.y + length * std::cos(bearing));
+    EXPECT_NEAR(lines[at].points[0].x, place_of(s).x, 3e-6) << s.id;
+    EXPECT_NEAR(lines[at].points[0].y, place_of(s).y, 3e-6) << s.id;
+    EXPECT_NEAR(lines[at].points[1].x, end.x, 5e-6) << s.id;
+    EXPECT_NEAR(lines[at].points[1].y, end.y, 5e-6) << s.id;
+    at += 6;
+  }
+
+  // Values as the device's text, with units that are known and units that aren't.
+  const auto texts = [&](const std::string& args) {
+    draw(maker, args);
+    std::vector<std::string> list;
+    std::istringstream rows(dir.read("a.meta"));
+    for (std::string row; std::getline(rows, row);) {
+      if (row.starts_with("T ")) {
+        list.push_back(row.substr(row.find(' ', 2) + 1));
+      }
+    }
+    return list;
+  };
+  using Texts = std::vector<std::string>;
+  const auto first = [&](const std::string& variable) {
+    const Texts all = texts("-va '\"" + variable + ":fm=fo=#dev,fm=%.1f\"'");
+    return all.empty() ? std::to_string(0) : all[0] + " of " + std::to_string(all.size());
+  };
+  EXPECT_EQ(texts("-va '\"cid:fm=fo=#dev\"'")[12], "M3");
+  EXPECT_EQ(first("hsize:un=cm"), "2.5 of 13");
+  EXPECT_EQ(first("hsize:un=stone"), "1.0 of 13") << "no such unit: the value stays";
+  EXPECT_EQ(first("ctop:un=km"), "0.6 of 13") << "20 hundreds of feet";
+  EXPECT_EQ(first("dbzm:un=cm"), "50.0 of 13") << "never converted";
+  EXPECT_EQ(first("cspd:un=km/h"), "74.1 of 3");
+  EXPECT_EQ(first("meso"), "3.0 of 2");
+  EXPECT_EQ(first("meso5"), "5.0 of 1");
+  EXPECT_EQ(first("tvs"), "1.0 of 1");
+  EXPECT_EQ(first("poh"), "40.0 of 4") << "only where it is above 0";
+  EXPECT_EQ(first("Posh"), "40.0 of 2");
+  EXPECT_EQ(first("nothing"), "0");
+  EXPECT_EQ(texts("-va '\"poh:fm=text,fo=#dev\"'"), (Texts{"", "", "X", "*"}));
+  EXPECT_EQ(first("vil"), "10.0 of 13");
+  EXPECT_TRUE(texts("-va '\"cid:fm=fo=#dev\"' -pa plot").empty());
+  EXPECT_TRUE(texts("-va '\"cid:fm=fo=#dev\"' -dr=-data").empty());
+}
+
+TEST_F(RoadTest, PagesOfTablesGoDownFromTheMiddle) {
+  NidsMaker maker;
+  maker.code = 37;
+  maker.layers = {NidsMaker::raster({{0, 0}, {0, 0}})};
+  maker.pages = {
+      NidsMaker::text(0, 0, 1, "FIRST \x1b[2J") + NidsMaker::vectors(2, {{10, 5, 90, 5}}),
+      NidsMaker::winds({{0, 20, 30, 90, 50}}) + NidsMaker::vectors({{10, 5, 10, 45}})};
+  // The picture of 5 by 3 points is 2:1, the page of tables 1024 by 512 pixels about its middle.
+  const auto at = [&](double x, double y) { return Place{0.5 + x / 1023, 0.5 - y * 0.5 / 511}; };
+  const auto has_line = [&](const std::vector<Record>& records, const Place& a, const Place& b) {
+    return std::any_of(records.begin(), records.end(), [&](const Record& r) {
+      return r.kind == 'L' && r.points.size() == 2 &&
+             std::hypot(r.points[0].x - a.x, r.points[0].y - a.y) < 1e-5 &&
+             std::hypot(r.points[1].x - b.x, r.points[1].y - b.y) < 1e-5 &&
+             r.line_color == color["red"];
+    });
+  };
+  const std::vector<Record> with = draw(maker, "-pa table");
+  EXPECT_TRUE(has_line(with, at(10, 5), at(90, 5)));
+  EXPECT_TRUE(has_line(with, at(10, 55), at(10, 95))) << "the second page 50 further down";
+  EXPECT_NE(run.out.find("FIRST  [2J\n"), std::string::npos)
+      << "lines go to the log, made harmless";
+  const std::vector<Record> without = draw(maker);
+  EXPECT_FALSE(has_line(without, at(10, 5), at(90, 5)));
+  EXPECT_NE(run.out.find("FIRST"), std::string::npos);
+  EXPECT_LT(without.size(), with.size());
+
+  // Nothing of a product without tables, or with offsets that lead nowhere, but its labels.
+  for (const int offset : {0, 60, 0x7FFFFFFF}) {
+    NidsMaker null;
+    null.code = 141;
+    null.tail = offset == 0 ? "" : NidsMaker::text(0, 0, 0, "NO STORMS");
+    std::string data = null.build();
+    const size_t graph = data.size() - null.tail.size() - 8;
+    data.replace(graph - 4, 8, NidsMaker::u4(offset == 0 ? 0 : 60) + NidsMaker::u4(offset));
+    dir.write("a.nids", data);
+    run = runScopeview(dir, "-in nids a.nids -de meta,a.meta -va comp,track -pa table");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TRUE(offset != 0 || run.err.empty()) << run.err;
+    EXPECT_FALSE(readMeta(dir.read("a.meta")).empty());
+  }
+}
+
 TEST_F(RoadTest, LoopsOverFilesOfADataTree) {
   NidsMaker maker = radialProduct();
   const std::string tree = dir.at("data/nids/TLX/N0R/TLX_N0R_20210505_");

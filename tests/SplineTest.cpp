@@ -1,0 +1,94 @@
+// Curves, against coefficients worked out by hand and against what a curve has to keep.
+
+#include "Spline.h"
+
+#include <cmath>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "Const.h"
+#include "Point.h"
+#include "Points.h"
+
+using namespace ZQV;
+
+namespace {
+
+Points line(const std::vector<Point>& list) {
+  Points points;
+  for (const Point& p : list) {
+    points.add(p);
+  }
+  return points;
+}
+
+Point at(const Spline& spline, double t) {
+  Point p;
+  EXPECT_EQ(spline.getPoint(static_cast<float>(t), p), 1);
+  return p;
+}
+
+}  // namespace
+
+TEST(SplineTest, BendsByTheDampedSweep) {
+  // Unit steps along x but for y: second derivatives by hand, with the factor of the sweep back
+  // over the number of points. Three points: c1 = 3 bend / (d2 - d0) = -1.5.
+  const Spline three(line({{0, 0}, {1, 1}, {2, 0}}));
+  const double root = std::sqrt(2.0);
+  EXPECT_NEAR(at(three, root / 2).y, 0.6875, 1e-6);
+  EXPECT_NEAR(at(three, root / 2).x, 0.5, 1e-6);
+  EXPECT_NEAR(three.getValue(static_cast<float>(1.5 * root)), 0.6875F, 1e-6F);
+  // Four points on a bend: d = 0 1 2 3, y bends by 0 at 1 and x by -1, y by 1 at 2 ...
+  //   s = 1/2; x: r1 = 0, f1 = -1/8; bend2 = -1: r2 = (-6/2 - 0) / (2 - 1/16) = -48/31;
+  //   c2 = -48/31, c1 = -1/8 c2 = 6/31. Without the damping c1 would be 24/31.
+  const Spline four(line({{0, 0}, {1, 0}, {2, 0}, {2, 1}}));
+  const double c1 = 6.0 / 31;
+  EXPECT_NEAR(at(four, 0.5).x, 0.5 - c1 / 16, 1e-6);  // u = 1/2: c1 (u^3 - u) / 6
+  EXPECT_NEAR(at(four, 1.5).x, 1.5 - (c1 - 48.0 / 31) / 16, 1e-6);
+}
+
+TEST(SplineTest, PassesThroughItsPoints) {
+  const std::vector<Point> given = {{0, 0}, {3, 4}, {3, 10}, {-5, 10}};
+  const std::vector<Point> doubled = {{0, 0}, {0, 0},  {3, 4},        {Const::FMISS, Const::FMISS},
+                                      {3, 4}, {3, 10}, {INFINITY, 0}, {-5, 10}};
+  for (const auto& points : {given, doubled}) {
+    const Spline spline(line(points));
+    ASSERT_EQ(spline.getNum(), 4) << "points in one place count once";
+    EXPECT_FLOAT_EQ(spline.getDist(), 5 + 6 + 8);
+    for (int i = 0; i < 4; i++) {
+      const Point p = at(spline, static_cast<double>(spline.getDist(i)));
+      EXPECT_NEAR(p.x, given[static_cast<size_t>(i)].x, 1e-5);
+      EXPECT_NEAR(p.y, given[static_cast<size_t>(i)].y, 1e-5);
+    }
+  }
+}
+
+TEST(SplineTest, ALoopHasNoCornerAtItsJoint) {
+  const Spline loop(line({{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0, 0}}));
+  EXPECT_TRUE(loop.isPoly());
+  EXPECT_FLOAT_EQ(loop.getDist(), 4);
+  const Point begin = at(loop, 0);
+  const Point end = at(loop, 4);
+  EXPECT_NEAR(begin.x, end.x, 1e-6);
+  EXPECT_NEAR(begin.y, end.y, 1e-6);
+  const double step = 0.01;
+  const Point after = at(loop, step);
+  const Point before = at(loop, 4 - step);
+  const double out = std::atan2(after.y - begin.y, after.x - begin.x);
+  const double in = std::atan2(end.y - before.y, end.x - before.x);
+  EXPECT_NEAR(out, in, 0.35) << "an open line would turn by 90 degrees";
+  EXPECT_LT(out, -0.3) << "the loop swings out before its first side";
+}
+
+TEST(SplineTest, NoCurveThroughOnePlace) {
+  for (const auto& points : {std::vector<Point>{}, {{1, 2}}, {{1, 2}, {1, 2}, {1, 2}}}) {
+    Spline spline(line({{0, 0}, {1, 1}}));
+    EXPECT_EQ(spline.set(line(points), 0), 0);
+    EXPECT_EQ(spline.getDist(), 0);
+    Point p(1, 1);
+    EXPECT_EQ(spline.getPoint(0.5F, p), 0);
+    EXPECT_FALSE(p.isSet());
+    EXPECT_EQ(spline.getValue(0), Const::FMISS);
+  }
+}
