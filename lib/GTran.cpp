@@ -117,9 +117,8 @@ float GTran::tranWindowY(const GTran& a, const GTran& b, float y) {
 }
 
 bool GTran::isBoxInWindow(float xmin, float ymin, float xmax, float ymax) const {
-  const auto [left, right] = std::minmax(wn.xmin, wn.xmax);
-  const auto [lower, upper] = std::minmax(wn.ymin, wn.ymax);
-  return !(xmax < left || xmin > right || ymax < lower || ymin > upper);
+  return !(xmax < std::min(wn.xmin, wn.xmax) || xmin > std::max(wn.xmin, wn.xmax) ||
+           ymax < std::min(wn.ymin, wn.ymax) || ymin > std::max(wn.ymin, wn.ymax));
 }
 
 bool GTran::isPointsInWindow(const Points& points) const {
@@ -130,6 +129,55 @@ bool GTran::isPointsInWindow(const Points& points) const {
   const auto [xmin, xmax] = std::minmax_element(px, px + n);
   const auto [ymin, ymax] = std::minmax_element(py, py + n);
   return isBoxInWindow(*xmin, *ymin, *xmax, *ymax);
+}
+
+int GTran::tranWindowPlot(const Points& points, Points& plotted) const {
+  // Of the polygons of a picture nearly all have five points or fewer: they are done in one pass,
+  // in arrays of fixed length, which the compiler turns into a few wide instructions.
+  constexpr int few = 8;
+  const int n = points.getNum();
+  const float* px = points.xs();
+  const float* py = points.ys();
+  if (n < 1 || n > few) {
+    if (!isPointsInWindow(points)) return 0;
+    plotted.transform(
+        points, [this](float x) { return tranWindowPlotX(x); },
+        [this](float y) { return tranWindowPlotY(y); });
+    return 1;
+  }
+  float x[few];
+  float y[few];
+  float xmin = px[0];
+  float xmax = px[0];
+  float ymin = py[0];
+  float ymax = py[0];
+  for (int i = 0; i < n; i++) {
+    x[i] = px[i];
+    y[i] = py[i];
+    xmin = px[i] < xmin ? px[i] : xmin;
+    xmax = px[i] > xmax ? px[i] : xmax;
+    ymin = py[i] < ymin ? py[i] : ymin;
+    ymax = py[i] > ymax ? py[i] : ymax;
+  }
+  if (!isBoxInWindow(xmin, ymin, xmax, ymax)) return 0;
+  for (int i = n; i < few; i++) {
+    x[i] = px[0];
+    y[i] = py[0];
+  }
+  const Point to_view = wn_vp;
+  const Point to_plot = vp_plt;
+  const Point wn_min(wn.xmin, wn.ymin);
+  const Point vp_min(vp.xmin, vp.ymin);
+  const Point plt_min(plt.xmin, plt.ymin);
+  const float top = ndc.ymax;
+  for (int i = 0; i < few; i++) {
+    x[i] = limit(((x[i] - wn_min.x) * to_view.x + vp_min.x) * to_plot.x + plt_min.x);
+    y[i] = limit((top - ((y[i] - wn_min.y) * to_view.y + vp_min.y)) * to_plot.y + plt_min.y);
+  }
+  if (plotted.getNum() != n) plotted.setNum(n);
+  std::copy(x, x + n, plotted.xs());
+  std::copy(y, y + n, plotted.ys());
+  return 1;
 }
 
 bool GTran::isPointsInWindow(int n, const Point* points) const {

@@ -111,7 +111,16 @@ struct NidsPlot::Painter {
     }
     return level;
   }
-  void forgetLevels() { levels.fill(Level()); }
+  void forgetLevels() {
+    levels.fill(Level());
+    filled = nullptr;
+  }
+  /** Makes the attributes of a level the current ones. */
+  void setFill(const Level& level) {
+    if (filled == level.attr) return;
+    filled = level.attr;
+    plot.setFill(*level.attr);
+  }
 
   /** From the product's plane to the plot's. A place that the plot can't show has a missing x. */
   Point toPlot(float x, float y) {
@@ -153,11 +162,16 @@ struct NidsPlot::Painter {
     if (a.x == Const::FMISS || b.x == Const::FMISS || c.x == Const::FMISS || d.x == Const::FMISS) {
       return;
     }
-    poly.set(0, a);
-    poly.set(1, b);
-    poly.set(2, c);
-    poly.set(3, d);
-    poly.set(4, a);
+    float* px = poly.xs();
+    float* py = poly.ys();
+    px[0] = px[4] = a.x;
+    py[0] = py[4] = a.y;
+    px[1] = b.x;
+    py[1] = b.y;
+    px[2] = c.x;
+    py[2] = c.y;
+    px[3] = d.x;
+    py[3] = d.y;
     plot.drawFill(poly);
   }
 
@@ -170,6 +184,7 @@ struct NidsPlot::Painter {
   PlotAttr grid_attr;
   Points poly{5};
   std::array<Level, 256> levels{};
+  const PlotAttr* filled = nullptr;  ///< attributes that the plot has, while bins are drawn
 };
 
 NidsPlot::NidsPlot(const char* params) {
@@ -565,6 +580,8 @@ void NidsPlot::drawRadials(Painter& painter) {
   const bool ramps = ramp_cut != Const::MISS && ramp_len > 0;
   const Point& c = painter.centre;
   Points& poly = painter.poly;
+  float* px = poly.xs();
+  float* py = poly.ys();
   NidsRadial radial;
   NidsRun run;
   while (nids.readRadial(radial) > 0) {
@@ -589,14 +606,17 @@ void NidsPlot::drawRadials(Painter& painter) {
         bin += run.run;
         continue;
       }
-      painter.plot.setFill(*level.attr);
+      painter.setFill(level);
       const auto first = static_cast<float>(bin);
       if (painter.same_proj) {
-        poly.set(0, c.x + first * s0, c.y + first * c0);
-        poly.set(1, c.x + (first + 1) * s0, c.y + (first + 1) * c0);
-        poly.set(2, c.x + (first + 1) * s1, c.y + (first + 1) * c1);
-        poly.set(3, c.x + first * s1, c.y + first * c1);
-        poly.set(4, c.x + first * s0, c.y + first * c0);
+        px[0] = px[4] = c.x + first * s0;
+        py[0] = py[4] = c.y + first * c0;
+        px[1] = c.x + (first + 1) * s0;
+        py[1] = c.y + (first + 1) * c0;
+        px[2] = c.x + (first + 1) * s1;
+        py[2] = c.y + (first + 1) * c1;
+        px[3] = c.x + first * s1;
+        py[3] = c.y + first * c1;
       }
       bool visible = true;
       for (int i = 0; i < run.run; i++) {
@@ -622,11 +642,14 @@ void NidsPlot::drawRadials(Painter& painter) {
           edge_bin = bin + i + 1;
         }
         if (painter.same_proj) {
-          poly.offset(0, s0, c0);
-          poly.offset(1, s0, c0);
-          poly.offset(2, s1, c1);
-          poly.offset(3, s1, c1);
-          poly.offset(4, s0, c0);
+          for (const int corner : {0, 1, 4}) {
+            px[corner] += s0;
+            py[corner] += c0;
+          }
+          for (const int corner : {2, 3}) {
+            px[corner] += s1;
+            py[corner] += c1;
+          }
         }
       }
       bin += run.run;
@@ -662,7 +685,7 @@ void NidsPlot::drawRastors(Painter& painter) {
         column += run.run;
         continue;
       }
-      painter.plot.setFill(*level->attr);
+      painter.setFill(*level);
       bool visible = true;
       for (int i = 0; i < run.run; i++, column++, x += cell) {
         if (blanks) {
