@@ -29,6 +29,9 @@ PIECE = 100  # points of a segment, at most
 LAKES = (41.2, 49.1, -92.5, -76.0)  # the Great Lakes: south, north, west, east
 OFF_BORDER_KM = 3.0  # a shore nearer to the border of the countries is that border
 TOWNS_APART_KM = 70.0
+NAME_WIDTH = 15  # of a city file; a name that fills it was cut
+NO_TOWN = {"AAF", "AF", "AFB", "AFS", "AHP", "ANGB", "AP", "AWOS", "BUOY", "CFB", "DT", "FIELD", "FLD", "LIGHT",
+           "MCAS", "NAF", "NAS", "NS", "NWS", "PLATFORM"}
 POLE = 89.9
 
 
@@ -171,22 +174,24 @@ def make_states(topology, border, out):
 
 
 def stations(path):
-    """Name, priority, latitude, longitude of each line of a city file."""
+    """Name, rank, latitude, longitude of each line of a city file. First come those of a high priority, and among
+    them those that report to the world, as a WMO number says."""
     for line in path.read_text().splitlines():
-        words = line[15:].split()
-        yield line[:15].strip(), int(words[3].strip("-")), float(words[4]), float(words[5])
+        words = line[NAME_WIDTH:].split()
+        yield line[:NAME_WIDTH].strip(), (int(words[3].strip("-")), len(words) < 8), float(words[4]), float(words[5])
 
 
-def make_places(files, path):
-    """Towns with space for their names between them, the important ones first."""
-    rank = {}
-    for file in files:
-        for name, priority, lat, lon in stations(file):
-            rank.setdefault((lat, lon), (priority, len(name), name, lat, lon))
+def make_places(file, path):
+    """Towns with space for their names between them, the important ones first. Radars stand too far from the towns
+    that they are called after."""
     taken = []
     by_degree = {}
-    for _, _, name, lat, lon in sorted(rank.values()):
-        name = name.split("/")[0].strip().title()
+    for _, _, name, lat, lon in sorted((rank, len(name), name, lat, lon) for name, rank, lat, lon in stations(file)):
+        cut = len(name) == NAME_WIDTH and "/" not in name
+        name = name.split("/")[0].strip().upper()
+        if cut or NO_TOWN & set(name.split()):
+            continue
+        name = name.title().replace("Mc ", "Mc")
         cells = [(int(lat) + i, int(lon) + j) for i in (-1, 0, 1) for j in (-3, -2, -1, 0, 1, 2, 3)]
         if not name.replace(" ", "").isalpha() or any(
                 distance((lon, lat), other) < TOWNS_APART_KM for cell in cells for other in by_degree.get(cell, ())):
@@ -213,7 +218,7 @@ def main():
     make_world(load(world / "countries-50m.json"), out / "cont50.map", out / "country50.map")
     border = make_world(load(world / "countries-10m.json"), out / "cont.map", out / "country.map")
     make_states(load(states / "counties-10m.json"), border, out)
-    make_places([out / "rad.cty", out / "sao.cty"], out / "places.kml")
+    make_places(out / "sao.cty", out / "places.kml")
 
 
 if __name__ == "__main__":
