@@ -67,6 +67,7 @@ class Limits {
     context.sax->reference = nullptr;
     // KML has no document type; entities, which could be made to grow, come with one.
     context.sax->internalSubset = documentType;
+    context.sax->serror = [](void*, xmlErrorPtr) {};
   }
 
  private:

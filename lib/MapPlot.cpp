@@ -38,7 +38,7 @@ constexpr const char* list_name = "zqv.map";
 constexpr float text_share = 0.015F;  // of the domain's height
 constexpr float mark_share = 0.018F;
 constexpr float default_spacing = 5.0F;  // degrees
-constexpr float least_spacing = 0.01F;
+constexpr float least_spacing = 0.1F;
 
 /** What follows the first n characters. */
 std::string behind(const char* text, int n) {
@@ -443,13 +443,15 @@ int MapPlot::drawGrid(Plot& plot, const char* item) const {
   }
   // Of a denser grid only so many lines are drawn, evenly, each through as few points.
   const long every = (static_cast<long>(nx) + ny + most_lines - 1) / most_lines;
-  EarthPoints line(static_cast<int>(std::min(most_lines, static_cast<long>(std::max(nx, ny)))));
+  EarthPoints line(static_cast<int>(most_lines));
   const auto draw_lines = [&](int n, int length, auto point_at) {
+    const long step = (length + most_lines - 1) / most_lines;
     for (long i = 0; i < n; i += every) {
       line.clear();
-      for (long k = 0; k < length; k += every) {
+      for (long k = 0; k < length + step - 1; k += step) {
         EarthPoint e;
-        grid.tran(point_at(static_cast<float>(i), static_cast<float>(k)), e);
+        const auto along = static_cast<float>(std::min(k, length - 1L));
+        grid.tran(point_at(static_cast<float>(i), along), e);
         line.add(e);
       }
       plot.drawLine(line);

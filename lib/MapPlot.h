@@ -58,7 +58,7 @@ class MapPlot : public Drawing {
    *  @return 1; 0 if it can't be opened, maps are switched off or the domain is no map */
   int draw(Plot& plot, const char* file);
   /** Draws lat/lon lines with their labels in the current attributes.
-   *  @param lat, lon  spacing in degrees, at least 0.01; anything else draws nothing. @return 1
+   *  @param lat, lon  spacing in degrees, at least 0.1; anything else draws nothing. @return 1
    *                   or 0 */
   int drawLatLon(Plot& plot, float lat, float lon);
   /** Draws a line, or fills an outline, and clears the points. */
