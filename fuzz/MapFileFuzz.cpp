@@ -1,10 +1,11 @@
+#include "MapFile.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 #include "EarthPoint.h"
 #include "InputFile.h"
-#include "MapFile.h"
 #include "MapFileHeader.h"
 
 // Binary and text maps and shapefiles: any bytes as each of them.

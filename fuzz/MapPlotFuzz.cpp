@@ -1,3 +1,5 @@
+#include "MapPlot.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -8,7 +10,6 @@
 #include <string>
 
 #include "Domain.h"
-#include "MapPlot.h"
 #include "Plot.h"
 #include "Zqv.h"
 

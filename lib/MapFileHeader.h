@@ -23,7 +23,7 @@ class MapFileHeader {
                 static_cast<double>(maxlon), index, label);
   }
 
-  int num = 0;                   ///< points
+  int num = 0;                  ///< points
   float minlat = Const::FMISS;  ///< bounds, degrees
   float maxlat = Const::FMISS;
   float minlon = Const::FMISS;

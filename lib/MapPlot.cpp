@@ -377,8 +377,8 @@ int MapPlot::processItem(Plot& plot, const char* item) {
  *  @param on_map  the image has its place on the map; else its position is one of the page */
 int MapPlot::drawImageItem(const char* item, bool on_map) {
   const int colon = StrLib::index(item, ':');
-  const std::string name = StrLib::acopy(item).substr(0, colon >= 0 ? static_cast<size_t>(colon)
-                                                                    : std::string::npos);
+  const std::string name =
+      StrLib::acopy(item).substr(0, colon >= 0 ? static_cast<size_t>(colon) : std::string::npos);
   String path;
   FileTool::addPath(Zqv::getResrc("image_path"), name.c_str(), path);
   if (!FileTool::isFile(path.get())) {
@@ -694,8 +694,8 @@ int MapPlot::drawLatLon(Plot& plot, float lat_step, float lon_step) {
   plot.getWindow(window);
   const float m = margin_share * window.getWidth();
   const bool in_middle = domain.isProj(DomainVal::SAT) || domain.isProj(DomainVal::MOLL);
-  const double dlat = static_cast<double>(lat_step);
-  const double dlon = static_cast<double>(lon_step);
+  const auto dlat = static_cast<double>(lat_step);
+  const auto dlon = static_cast<double>(lon_step);
   char label[20];
 
   plot.setTextAlign(Graph::HALIGN_LEFT, Graph::VALIGN_HALF);

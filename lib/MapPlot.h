@@ -84,14 +84,14 @@ class MapPlot : public Drawing {
   int drawSegments(Plot& plot, MapFile& map, const char* name);
   [[nodiscard]] const char* latLonColor() const;
 
-  int def = 1;                ///< draw items without sign: 1, 2 whatever the pass is, or 0
-  int type = 0;               ///< pass: bit 1 under the data, bit 2 over it
-  int in_region = AHEAD;      ///< state of the sections of map lists
-  int fill_cont = 0;          ///< take the colour that is meant for filled contours
-  int fill = 0;               ///< fill segments
-  int map_in = 0;             ///< draw all segments, whether near the domain or not
-  int index = 0;              ///< show the number of each segment
-  float la = Const::FMISS;    ///< spacing of lat/lon lines, degrees
+  int def = 1;              ///< draw items without sign: 1, 2 whatever the pass is, or 0
+  int type = 0;             ///< pass: bit 1 under the data, bit 2 over it
+  int in_region = AHEAD;    ///< state of the sections of map lists
+  int fill_cont = 0;        ///< take the colour that is meant for filled contours
+  int fill = 0;             ///< fill segments
+  int map_in = 0;           ///< draw all segments, whether near the domain or not
+  int index = 0;            ///< show the number of each segment
+  float la = Const::FMISS;  ///< spacing of lat/lon lines, degrees
   float lo = Const::FMISS;
   String color_table;
   String color;

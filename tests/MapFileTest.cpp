@@ -123,8 +123,8 @@ TEST(MapFile, WritesWhatItReads) {
     map.writeData(EarthPoint(1, 2));
     map.close();
     EXPECT_EQ(MapFile::checkType(path.c_str()), type);
-    EXPECT_EQ(segments(path), (Lines{"7 : -80,-100.5 -79,-100.5 -78,-100.5 -77,-100.5 -76,-100.5",
-                                     "-8 : 1,2"}));
+    EXPECT_EQ(segments(path),
+              (Lines{"7 : -80,-100.5 -79,-100.5 -78,-100.5 -77,-100.5 -76,-100.5", "-8 : 1,2"}));
   }
   EXPECT_EQ(dir.read("a.map"),
             "   5   40.0000   30.0000  -90.0000 -100.0000     7\n"
@@ -187,8 +187,9 @@ TEST(MapFile, ShapefilePartsAreSegments) {
   addRecord(b, 2, 5, {0, 0, 1}, 2);  // an empty part ahead
   addRecord(b, 3, 3, {0}, 0);
   addRecord(b, 4, 3, {0}, 1);
-  const Lines whole = {"1 : 10,20 11,21", "1 : 12,22 13,23 14,24", "2 :",     "2 : 10,20",
-                       "2 : 11,21",       "3 :",                   "4 : 10,20"};
+  const Lines whole = {
+      "1 : 10,20 11,21", "1 : 12,22 13,23 14,24", "2 :", "2 : 10,20", "2 : 11,21", "3 :",
+      "4 : 10,20"};
   EXPECT_EQ(segments(dir.write("a.shp", b.text)), whole);
   MapFile map(dir.at("a.shp").c_str());
   MapFileHeader h;
@@ -256,9 +257,11 @@ TEST(KmlFile, ListsOfCoordinates) {
        {"0 A: 2,1", "0 : 5,4"}},
       {"a pair without a height", kml(placemark("A", "1,2,3 4,5 6,7,8")), {"0 A: 2,1"}},
       {"no pair at all", kml(placemark("A", "here")), {"0 A:"}},
-      {"label of 49 characters", kml(placemark(std::string(60, 'x'), "1,2,3")),
+      {"label of 49 characters",
+       kml(placemark(std::string(60, 'x'), "1,2,3")),
        {"0 " + std::string(49, 'x') + ": 2,1"}},
-      {"first children", "<?xml version=\"1.0\"?><kml><a>\n<coordinates>1,2,3</coordinates></a></kml>",
+      {"first children",
+       "<?xml version=\"1.0\"?><kml><a>\n<coordinates>1,2,3</coordinates></a></kml>",
        {}},
       {"first child without white space",
        "<?xml version=\"1.0\"?><kml>\n<a><coordinates>1,2,3</coordinates>\n</a>\n</kml>",
@@ -268,11 +271,10 @@ TEST(KmlFile, ListsOfCoordinates) {
       {"another root", "<?xml version=\"1.0\"?><gpx>\n</gpx>", {"not opened"}},
       {"nothing", "<?xml version=\"1.0\"?>", {"not opened"}},
       {"a fault", kml(placemark("A", "1,2,3") + "<b></c>" + placemark("B", "4,5,6")), {"0 A: 2,1"}},
-      {"cut short", two.substr(0, two.find("7,8,9") + 3),
-       {"0 A: 2,1", "0 B: 5,4"}},
+      {"cut short", two.substr(0, two.find("7,8,9") + 3), {"0 A: 2,1", "0 B: 5,4"}},
       {"entities",
-       "<?xml version=\"1.0\"?><!DOCTYPE kml [<!ENTITY a \"x\">]><kml>\n" + placemark("&a;", "1,2,3") +
-           "</kml>",
+       "<?xml version=\"1.0\"?><!DOCTYPE kml [<!ENTITY a \"x\">]><kml>\n" +
+           placemark("&a;", "1,2,3") + "</kml>",
        {"not opened"}},
   };
   for (const auto& row : rows) {

@@ -137,8 +137,9 @@ TEST_F(MapPlotTest, BoxesBeyondOneSide) {
     EXPECT_EQ(drawnMap(degrees, "mf=a.map:red").size(), row.drawn ? 1U : 0U) << row.what;
   }
   // A box that isn't stated is taken for near, and points beyond it don't stop the next segment.
-  dir.write("a.map", "2 0 0 0 0 1\n35 -110 45 -90\n2 65 61 -90 -110 2\n61 -110 65 -90\n"
-                     "2 45 35 -90 -110 3\n35 -110 45 -90\n");
+  dir.write("a.map",
+            "2 0 0 0 0 1\n35 -110 45 -90\n2 65 61 -90 -110 2\n61 -110 65 -90\n"
+            "2 45 35 -90 -110 3\n35 -110 45 -90\n");
   EXPECT_EQ(drawnMap(degrees, "mf=a.map:red").size(), 2U);
 }
 
@@ -316,10 +317,11 @@ TEST_F(MapPlotTest, LatLonLinesAndLabels) {
   size_t at_left = 0;
   for (const Record& r : all) {
     EXPECT_EQ(r.line_color, color);
-    at_left += std::all_of(r.points.begin(), r.points.end(), [&](const Record::Place& p) {
-                 return p.x > 0.04 && p.x < 0.1 && std::fabs(p.y - 0.5) < 0.01 &&
-                        r.points[0].y != r.points[1].y;
-               })
+    at_left += std::all_of(r.points.begin(), r.points.end(),
+                           [&](const Record::Place& p) {
+                             return p.x > 0.04 && p.x < 0.1 && std::fabs(p.y - 0.5) < 0.01 &&
+                                    r.points[0].y != r.points[1].y;
+                           })
                    ? 1
                    : 0;
   }
