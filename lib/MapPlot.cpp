@@ -64,6 +64,12 @@ bool hasNum(const char*& item, float& v) {
   return true;
 }
 
+/** Lists have names in "mpl"; the package's own is called after what it lists. */
+bool isList(const char* name) {
+  const int slash = StrLib::lastIndex(name, '/');
+  return StrLib::iequal(name, "mpl", -3) || StrLib::equal(name + slash + 1, list_name);
+}
+
 /** Moves on past the colon that ends a condition. */
 void endCondition(const char*& item) {
   const int colon = StrLib::index(item, ':');
@@ -251,7 +257,7 @@ int MapPlot::draw(Plot& plot) {
     const int wanted = signBit(*item);
     const char* name = wanted != 0 ? item + 1 : item;
     const bool is_named = begins(name, "fi:");
-    if (!is_named && !StrLib::iequal(item, "mpl", -3) && !StrLib::equal(name, list_name)) {
+    if (!is_named && !isList(name)) {
       process(plot, item, type);
     } else if (wanted == 0 || (type & wanted) != 0) {
       drawList(plot, is_named ? name + 3 : name);
