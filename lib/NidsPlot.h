@@ -77,6 +77,7 @@ class NidsPlot : public Drawing, public Listener {
 
  private:
   struct Painter;
+  [[nodiscard]] bool variablesHaveMap() const;
   int drawImage(Plot& plot);
   int drawData(Plot& plot);
   void chooseFill(ColorMap& map, ColorFill& fill) const;
