@@ -16,6 +16,7 @@
 #include "Domain.h"
 #include "EarthPoint.h"
 #include "FileTool.h"
+#include "MapPlot.h"
 #include "Plot.h"
 #include "PlotAttr.h"
 #include "Points.h"
@@ -23,6 +24,7 @@
 #include "StrLib.h"
 #include "Strings.h"
 #include "Tools.h"
+#include "VarList.h"
 #include "Wind.h"
 #include "WindPlot.h"
 #include "Zqv.h"
@@ -476,15 +478,34 @@ int NidsPlot::draw(Plot& plot) {
   if (!goes_on) {
     nids.readHeader(info);
   }
-  const bool asked = StrLib::hasToken(Zqv::getResrc("parameter"), ',', "map");
-  if (map != 0 && (asked || isPresent(Zqv::getResrc("map_file")))) {
-    Zqv::outWarning("NidsPlot: map overlays are not available in this build\n");
-  }
   readVars();
+  const bool draws_map = map != 0 && !variablesHaveMap();
+  MapPlot under("under");
+  MapPlot middle("default");
+  MapPlot over("over");
+  if (draws_map) {
+    under.draw(plot);
+  }
   drawImage(plot);
+  if (draws_map) {
+    middle.draw(plot);
+  }
   drawData(plot);
+  if (draws_map) {
+    over.draw(plot);
+  }
   nids.close();
   return 1;
+}
+
+/** The map stands among the storm variables, to be drawn where it stands there. */
+bool NidsPlot::variablesHaveMap() const {
+  for (int i = 0; i < vars.getNum(); i++) {
+    if (vars.isMap(i)) {
+      return true;
+    }
+  }
+  return false;
 }
 
 PlotAttr NidsPlot::dataAttr(Plot& plot) const {

@@ -88,6 +88,7 @@ class NidsPlot : public Drawing, public Listener {
 
  private:
   struct Painter;
+  [[nodiscard]] bool variablesHaveMap() const;
   int drawImage(Plot& plot);
   int drawData(Plot& plot);
   void readVars();

@@ -127,25 +127,29 @@ def main():
     print(f"empty process            {empty * 1e3:8.2f}")
     print(f"scopeview -h             {base['help'][0] * 1e3:8.2f}   {base['help'][0] / empty:5.2f} x empty\n")
     head = f"{'product':30} {'device':6} {'polygons':>8} {'read':>7} {'print':>7} {'own':>8} {'/floor':>7}"
-    print(f"{head} {'reproj':>8} {'/own':>6} {'MB':>6}")
+    print(f"{head} {'reproj':>8} {'/own':>6} {'+map':>6} {'MB':>6}")
     for name, what in PRODUCTS:
         file = os.path.join(products, name + ".nids")
         other = OTHER_PROFILE if name == "profile" else OTHER
         count = polygons(file, [])
         for device, args in DEVICES:
-            draw = [program, "-in", "nids", file, "-df", config, *args.split()]
+            mapped = [program, "-in", "nids", file, "-df", config, *args.split()]
+            draw = [*mapped, "-dr", "plot,data,text"]
             got = measure({
                 "read": [bare, "read", file],
                 "print": [bare, "print", str(count), device],
                 "own": draw,
                 "reproj": [*draw, "-pd", other],
+                "map": mapped,
             })
-            read, bare_print, own, reproj = (got[k][0] for k in ("read", "print", "own", "reproj"))
+            read, bare_print, own, reproj, with_map = (got[k][0] for k in ("read", "print", "own", "reproj", "map"))
             floor = bare_print + read - empty
             print(f"{what:30} {device:6} {count:8d} {read * 1e3:7.2f} {bare_print * 1e3:7.2f} {own * 1e3:8.2f} "
-                  f"{own / floor:7.2f} {reproj * 1e3:8.2f} {reproj / own:6.2f} {got['own'][1] / 1024:6.1f}")
+                  f"{own / floor:7.2f} {reproj * 1e3:8.2f} {reproj / own:6.2f} {(with_map - own) * 1e3:6.2f} "
+                  f"{got['map'][1] / 1024:6.1f}")
     print("\nread: reading and bare decompression; print: a bare loop that prints as many polygons with"
-          "\nstd::to_chars; floor: read + print - empty; reproj: the same product on a Lambert map.")
+          "\nstd::to_chars; floor: read + print - empty; reproj: the same product on a Lambert map; +map: what the"
+          "\ndefault map adds to own; MB: with it.")
     pictures(empty)
 
 

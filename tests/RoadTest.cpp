@@ -408,6 +408,30 @@ TEST_F(RoadTest, SiteMarkAndRings) {
   EXPECT_TRUE(marked);
 }
 
+TEST_F(RoadTest, MapsLieUnderAndOverTheData) {
+  // A line of three points along the radar's parallel, for each of the three places of a map.
+  dir.write("a.map", "3 0 0 0 0 1\n35.333 -98.0 35.333 -97.278 35.333 -97.0\n");
+  const OwnPage page(460, 1);
+  const auto sequence = [&](const std::string& args) {
+    std::string kinds;
+    for (const Record& r : draw(radialProduct(), args)) {
+      const bool is_bin = !bins({r}, bottomOf(page)).empty();
+      if (is_bin && (kinds.empty() || kinds.back() != 'b')) {
+        kinds += 'b';
+      } else if (r.kind == 'L' && r.points.size() == 3 && std::fabs(r.points[1].x - 0.5) < 2e-3 &&
+                 std::fabs(r.points[1].y - 0.5) < 2e-3) {
+        kinds += 'm';
+      }
+    }
+    return kinds;
+  };
+  EXPECT_EQ(sequence("-mf ./a.map"), "bm");
+  EXPECT_EQ(sequence("-mf +./a.map,-./a.map"), "mbm");
+  EXPECT_EQ(sequence("-mf ./a.map,./a.map,-./a.map,+./a.map"), "mbmmm");
+  EXPECT_EQ(sequence("-mf ./a.map -va map"), "b") << "the map is one of the variables";
+  EXPECT_EQ(sequence("-mf ./a.map -dr plot"), "b");
+}
+
 TEST_F(RoadTest, BrokenProductsEndCalmly) {
   NidsMaker maker = radialProduct();
   maker.layers.push_back(NidsMaker::winds({{1, 2, 3, 4, 5}}));
@@ -570,7 +594,7 @@ TEST_F(RoadTest, StormsStandAtTheirAzimuthAndRange) {
   // Tracks: two hours of movement along the turned meridian of the storm, drawn with the map's
   // factor at the radar. Three strokes across and a head of two.
   std::vector<Record> lines;
-  for (const Record& r : draw(maker, "-va track")) {
+  for (const Record& r : draw(maker, "-va track -mf none")) {
     if (r.kind == 'L' && r.points.size() == 2 && inside(r.points[0])) {
       lines.push_back(r);
     }
