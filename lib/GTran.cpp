@@ -116,11 +116,6 @@ float GTran::tranWindowY(const GTran& a, const GTran& b, float y) {
   return ratio(view - b.vp.ymin, b.vp.yext) * b.wn.yext + b.wn.ymin;
 }
 
-bool GTran::isBoxInWindow(float xmin, float ymin, float xmax, float ymax) const {
-  return !(xmax < std::min(wn.xmin, wn.xmax) || xmin > std::max(wn.xmin, wn.xmax) ||
-           ymax < std::min(wn.ymin, wn.ymax) || ymin > std::max(wn.ymin, wn.ymax));
-}
-
 bool GTran::isPointsInWindow(const Points& points) const {
   const int n = points.getNum();
   if (n < 1) return false;
@@ -131,52 +126,56 @@ bool GTran::isPointsInWindow(const Points& points) const {
   return isBoxInWindow(*xmin, *ymin, *xmax, *ymax);
 }
 
-int GTran::tranWindowPlot(const Points& points, Points& plotted) const {
-  // Of the polygons of a picture nearly all have five points or fewer: they are done in one pass,
-  // in arrays of fixed length, which the compiler turns into a few wide instructions.
-  constexpr int few = 8;
-  const int n = points.getNum();
-  const float* px = points.xs();
-  const float* py = points.ys();
-  if (n < 1 || n > few) {
-    if (!isPointsInWindow(points)) return 0;
-    plotted.transform(
-        points, [this](float x) { return tranWindowPlotX(x); },
-        [this](float y) { return tranWindowPlotY(y); });
-    return 1;
-  }
-  float x[few];
-  float y[few];
+/** The polyline of n points, n known to the compiler: nearly all polygons of a picture are bins of
+ * five points, and this is most of what they cost on their way to the device. */
+template <int N>
+inline bool GTran::tranFew(const float* px, const float* py, float* qx, float* qy) const {
   float xmin = px[0];
   float xmax = px[0];
   float ymin = py[0];
   float ymax = py[0];
-  for (int i = 0; i < n; i++) {
-    x[i] = px[i];
-    y[i] = py[i];
+  for (int i = 1; i < N; i++) {
     xmin = px[i] < xmin ? px[i] : xmin;
     xmax = px[i] > xmax ? px[i] : xmax;
     ymin = py[i] < ymin ? py[i] : ymin;
     ymax = py[i] > ymax ? py[i] : ymax;
   }
-  if (!isBoxInWindow(xmin, ymin, xmax, ymax)) return 0;
-  for (int i = n; i < few; i++) {
-    x[i] = px[0];
-    y[i] = py[0];
-  }
-  const Point to_view = wn_vp;
-  const Point to_plot = vp_plt;
-  const Point wn_min(wn.xmin, wn.ymin);
-  const Point vp_min(vp.xmin, vp.ymin);
-  const Point plt_min(plt.xmin, plt.ymin);
+  if (!isBoxInWindow(xmin, ymin, xmax, ymax)) return false;
+  // What is stored can't change these.
+  const float wx = wn.xmin;
+  const float wy = wn.ymin;
+  const float sx = wn_vp.x;
+  const float sy = wn_vp.y;
+  const float vx = vp.xmin;
+  const float vy = vp.ymin;
+  const float kx = vp_plt.x;
+  const float ky = vp_plt.y;
+  const float x0 = plt.xmin;
+  const float y0 = plt.ymin;
   const float top = ndc.ymax;
-  for (int i = 0; i < few; i++) {
-    x[i] = limit(((x[i] - wn_min.x) * to_view.x + vp_min.x) * to_plot.x + plt_min.x);
-    y[i] = limit((top - ((y[i] - wn_min.y) * to_view.y + vp_min.y)) * to_plot.y + plt_min.y);
+  const bool closed = px[N - 1] == px[0] && py[N - 1] == py[0];
+  for (int i = 0; i < (closed ? N - 1 : N); i++) {
+    qx[i] = limit(((px[i] - wx) * sx + vx) * kx + x0);
+    qy[i] = limit((top - ((py[i] - wy) * sy + vy)) * ky + y0);
   }
-  if (plotted.getNum() != n) plotted.setNum(n);
-  std::copy(x, x + n, plotted.xs());
-  std::copy(y, y + n, plotted.ys());
+  if (closed) {
+    qx[N - 1] = qx[0];
+    qy[N - 1] = qy[0];
+  }
+  return true;
+}
+
+int GTran::tranWindowPlot(const Points& points, Points& plotted) const {
+  constexpr int bin = 5;
+  const int n = points.getNum();
+  if (n == bin) {
+    if (plotted.getNum() != n) plotted.setNum(n);
+    return tranFew<bin>(points.xs(), points.ys(), plotted.xs(), plotted.ys()) ? 1 : 0;
+  }
+  if (!isPointsInWindow(points)) return 0;
+  plotted.transform(
+      points, [this](float x) { return tranWindowPlotX(x); },
+      [this](float y) { return tranWindowPlotY(y); });
   return 1;
 }
 

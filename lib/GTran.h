@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 #include "Coords.h"
 #include "Point.h"
 #include "Rect.h"
@@ -72,7 +74,12 @@ class GTran {
     v = v > -PLOT_LIMIT ? v : -PLOT_LIMIT;
     return v < PLOT_LIMIT ? v : PLOT_LIMIT;
   }
-  [[nodiscard]] bool isBoxInWindow(float xmin, float ymin, float xmax, float ymax) const;
+  [[nodiscard]] bool isBoxInWindow(float xmin, float ymin, float xmax, float ymax) const {
+    return !(xmax < std::min(wn.xmin, wn.xmax) || xmin > std::max(wn.xmin, wn.xmax) ||
+             ymax < std::min(wn.ymin, wn.ymax) || ymin > std::max(wn.ymin, wn.ymax));
+  }
+  template <int N>
+  bool tranFew(const float* px, const float* py, float* qx, float* qy) const;
   void scale();
 
   Coords plt;      ///< device rectangle; its extents may be negative

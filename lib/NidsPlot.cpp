@@ -423,20 +423,14 @@ int NidsPlot::print() {
 }
 
 int NidsPlot::getDomain(Domain& domain) {
-  // A reader of its own, so that a stream being drawn isn't touched; standard input can be read
-  // only once, and stays open for the drawing.
-  const bool standard = FileTool::isStdio(filename.getName());
-  NidsFile own;
-  NidsFile& file = standard ? nids : own;
-  if (filename.isSet() && file.open(filename.getName()) != 0) {
-    NidsInfo summary;
-    file.readHeader(summary);
-    if (standard) {
-      info = summary;
-      begun = true;
-    }
-    DomainVal val = file.getDomainVal();
-    if (!file.isMosaic() && !file.isVAD() && !file.isDPA()) {
+  // The file stays open for the drawing: standard input can be read only once, a command should run
+  // only once, and what was decompressed for the header is nearly always the whole product.
+  begun.clear();
+  if (filename.isSet() && nids.open(filename.getName()) != 0) {
+    nids.readHeader(info);
+    begun = filename.getName();
+    DomainVal val = nids.getDomainVal();
+    if (!nids.isMosaic() && !nids.isVAD() && !nids.isDPA()) {
       val.nx = std::clamp(val.ny, 0, max_side) * 3 / 2 + 1;
     }
     domain.set(val);
@@ -467,8 +461,8 @@ int NidsPlot::draw(Plot& plot) {
   if (!filename.isSet()) {
     filename.setFile("la");
   }
-  const bool goes_on = begun && nids.isOpen() && FileTool::isStdio(filename.getName());
-  begun = false;
+  const bool goes_on = !begun.empty() && nids.isOpen() && begun == filename.getName();
+  begun.clear();
   if (!goes_on && nids.open(filename.getName()) == 0) {
     Zqv::outWarning("NidsPlot: Unable to open file: %s\n", filename.getName());
     return 0;

@@ -139,7 +139,7 @@ class NidsPlot : public Drawing, public Listener {
   VarList vars;
   Unit unit;                       ///< of all conversions, for its cache
   std::optional<DatumPlot> dplot;  ///< of the storms of one product
-  bool begun = false;              ///< nids has the header of standard input already
+  std::string begun;               ///< the file of which nids has the header already
 };
 
 }  // namespace ZQV

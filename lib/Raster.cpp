@@ -23,6 +23,7 @@ constexpr uint32_t BLACK = 0;
 constexpr long MAX_PIXELS = 32L << 20;      ///< of one pixmap
 constexpr long MAX_ALL_PIXELS = 96L << 20;  ///< of all together
 constexpr int SMALL_POLYGON = 12;           ///< edges walked without a list of active ones
+constexpr int QUAD_ROWS = 64;               ///< of a quadrilateral filled in one go
 constexpr double MITER_LIMIT = 11.0;        ///< degrees below which a corner is cut off, as in X
 
 struct NamedColor {
@@ -92,6 +93,11 @@ int Raster::setParam(const char* /*params*/) {
 
 int Raster::open() {
   if (opened) return 0;
+  fore_color = static_cast<int>(inverse ? BLACK : WHITE);
+  back_color = static_cast<int>(inverse ? WHITE : BLACK);
+  bg_color = back_color;
+  if (background == "def") background.clear();
+  if (!background.empty()) bg_color = namedColor(background.c_str(), back_color);
   dwindow = createPixmap();
   if (dwindow == 0) {
     Zqv::outError("Raster: unable to open a picture of %dx%d\n", width, height);
@@ -99,8 +105,6 @@ int Raster::open() {
   }
   opened = true;
   drawing = dwindow;
-  fore_color = static_cast<int>(inverse ? BLACK : WHITE);
-  back_color = static_cast<int>(inverse ? WHITE : BLACK);
   pens.fill(Pen());
   for (Pen& p : pens) p.color = static_cast<uint32_t>(fore_color);
   pens[TEXT].width = 1;
@@ -108,10 +112,6 @@ int Raster::open() {
   clip.width = width;
   clip.height = height;
   painted = 0;
-  bg_color = back_color;
-  if (background == "def") background.clear();
-  if (!background.empty()) bg_color = namedColor(background.c_str(), back_color);
-  fillPixmap(dwindow, bg_color);
   return 1;
 }
 
@@ -382,9 +382,37 @@ void Raster::fillBox(const Target& t, const Pen& p, const Vertex& a, const Verte
   for (int row = std::max(a.y, t.y1); row < end; row++) paintSpan(t, p, row, a.x, b.x);
 }
 
+/** Fills four corners, of which the lowest row lies less than QUAD_ROWS under the highest: each
+ * edge leaves its crossings row by row. */
+inline void Raster::fillQuad(const Target& t, const Pen& p, const Vertex* v, int high, int low) {
+  const int top = std::max(high, t.y1);
+  const int rows = std::min(low, t.y2) - top;
+  int cross[QUAD_ROWS][4];
+  int count[QUAD_ROWS];
+  for (int i = 0; i < rows; i++) count[i] = 0;
+  Edge e;
+  for (int i = 0, last = 3; i < 4; last = i++) {
+    if (!setEdge(v[last], v[i], t, e)) continue;
+    const int end = std::min(e.bottom - top, rows);
+    int row = e.top - top;
+    cross[row][count[row]++] = e.x;
+    while (++row < end) {
+      advance(e);
+      cross[row][count[row]++] = e.x;
+    }
+  }
+  for (int i = 0; i < rows; i++) {
+    int* c = cross[i];
+    if (count[i] == 4) std::sort(c, c + 4);
+    paintSpan(t, p, top + i, std::min(c[0], c[1]), std::max(c[0], c[1]));
+    if (count[i] == 4) paintSpan(t, p, top + i, c[2], c[3]);
+  }
+}
+
 /** Fills a polygon of up to SMALL_POLYGON corners given by their coordinates. */
 inline void Raster::fillFew(const Target& t, const Pen& p, const float* px, const float* py,
                             int n) {
+  if (n == 5 && px[4] == px[0] && py[4] == py[0]) n = 4;
   Vertex v[SMALL_POLYGON];
   Vertex low{pixel(px[0]), pixel(py[0])};
   Vertex high = low;
@@ -402,18 +430,19 @@ inline void Raster::fillFew(const Target& t, const Pen& p, const float* px, cons
       low.y >= t.y2) {
     return;
   }
-  if (n == 5 && v[4].x == v[0].x && v[4].y == v[0].y) {
-    const bool flat_first =
-        v[0].y == v[1].y && v[1].x == v[2].x && v[2].y == v[3].y && v[3].x == v[0].x;
-    const bool steep_first =
-        v[0].x == v[1].x && v[1].y == v[2].y && v[2].x == v[3].x && v[3].y == v[0].y;
-    if (flat_first || steep_first) {
-      fillBox(t, p, low, high);
-      return;
-    }
-    n = 4;
+  if (n != 4 || high.y - low.y > QUAD_ROWS) {
+    fillSmall(t, p, v, n);
+    return;
   }
-  fillSmall(t, p, v, n);
+  const bool flat_first =
+      v[0].y == v[1].y && v[1].x == v[2].x && v[2].y == v[3].y && v[3].x == v[0].x;
+  const bool steep_first =
+      v[0].x == v[1].x && v[1].y == v[2].y && v[2].x == v[3].x && v[3].y == v[0].y;
+  if (flat_first || steep_first) {
+    fillBox(t, p, low, high);
+  } else {
+    fillQuad(t, p, v, low.y, high.y);
+  }
 }
 
 int Raster::drawFill(int element, const Points& points) {
