@@ -11,6 +11,7 @@ import statistics
 import struct
 import subprocess
 import sys
+import time
 import zlib
 
 runs = max(7, int(sys.argv[1]))
@@ -96,7 +97,7 @@ def pictures(empty):
     display = os.environ.get("DISPLAY")
     for name, what in PRODUCTS:
         file = os.path.join(products, name + ".nids")
-        for look, args in (("bare", ["-dr", "none,+data", "-pa", "nobord"]), ("full", [])):
+        for look, args in (("bare", ["-dr", "plot,data", "-pa", "nobord"]), ("full", [])):
             width, height = dump_pixels(file, args)
             for kind, pixels in (("png", "picture.rgb"), ("gif", "picture.ind")):
                 draw = [program, "-in", "nids", file, "-df", config, "-ou", f"{kind}:/dev/null", *args]
@@ -118,6 +119,38 @@ def pictures(empty):
                 print(f"{line} {got['raster'][1] / 1024:6.1f}")
     print("\nwrite: the same pixels with libpng or giflib; floor: read + write - empty; bare: data alone, full: with"
           "\nlabels, border and bar; window: on the display of Xvfb.")
+
+
+def loop():
+    """A loop of 24 frames in a window: when the first one shows, and what it takes."""
+    if not os.environ.get("DISPLAY"):
+        return
+    frames = 24
+    with open(os.path.join(products, "radial16.nids"), "rb") as product:
+        data = product.read()
+    for i in range(frames):
+        with open(os.path.join(products, f"loop_20250430_{i // 12:02d}{i % 12 * 5:02d}.nids"), "wb") as file:
+            file.write(data)
+    with open(os.path.join(products, "loop.cnv"), "w") as convention:
+        convention.write(f"nids {products}/loop_%Y%m%d_%h%n.nids - nids min=5\n")
+    command = ["stdbuf", "-oL", program, "-in", "nids", "-nc", os.path.join(products, "loop.cnv"), "-df", config,
+               "-cu", "#202504300155", "-pa", f"nf={frames},linc=5"]
+    start = time.perf_counter()
+    run = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+    drawn = []
+    for line in run.stdout:
+        if line.startswith("Plotting for"):
+            drawn.append(time.perf_counter() - start)
+            if len(drawn) == frames:
+                break
+    time.sleep(1)
+    with open(f"/proc/{run.pid}/status") as status:
+        memory = next(int(line.split()[1]) for line in status if line.startswith("VmHWM"))
+    run.kill()
+    run.wait()
+    # A frame shows when the next one is begun.
+    print(f"\nloop of {frames} frames in a window: first frame after {drawn[1] * 1e3:.0f} ms, all after "
+          f"{drawn[-1] * 1e3:.0f} ms, {memory / 1024:.1f} MB (scripts/bench.sh --parts: time to show a frame)")
 
 
 def main():
@@ -151,6 +184,7 @@ def main():
           "\nstd::to_chars; floor: read + print - empty; reproj: the same product on a Lambert map; +map: what the"
           "\ndefault map adds to own; MB: with it.")
     pictures(empty)
+    loop()
 
 
 main()
