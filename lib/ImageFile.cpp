@@ -1,7 +1,6 @@
 #include "ImageFile.h"
 
-#include <cstring>
-
+#include "File.h"
 #include "FileTool.h"
 #include "Image.h"
 #include "StrLib.h"

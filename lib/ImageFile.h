@@ -1,7 +1,5 @@
 #pragma once
 
-#include "Date.h"
-#include "File.h"
 #include "GifFile.h"
 #include "ImgZqvFile.h"
 #include "PngFile.h"
@@ -48,11 +46,9 @@ class ImageFile {
  private:
   int type = UNKNOWN;
   int access = READ;
-  File file;
   GifFile gif;
   PngFile png;
   ImgZqvFile img;
-  Date date;
   bool opened = false;
 };
 
