@@ -72,6 +72,10 @@ int ImageFile::read(const char* name, Image& image) {
   return result;
 }
 
+int ImageFile::readPlain(const char* name, Image& image) {
+  return FileTool::isFile(name) ? read(name, image) : 0;
+}
+
 int ImageFile::write(const Image& image) {
   if (!opened || access != WRITE) return 0;
   switch (type) {

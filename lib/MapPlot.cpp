@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 
 #include "Domain.h"
 #include "DomainTool.h"
@@ -14,12 +15,16 @@
 #include "FileTool.h"
 #include "Graph.h"
 #include "GridPoint.h"
+#include "Image.h"
+#include "ImageFile.h"
+#include "ImageMath.h"
 #include "MapFile.h"
 #include "MapFileHeader.h"
 #include "Plot.h"
 #include "PlotAttr.h"
 #include "Point.h"
 #include "Points.h"
+#include "RGB.h"
 #include "Rect.h"
 #include "StrLib.h"
 #include "Strings.h"
@@ -342,13 +347,13 @@ int MapPlot::process(Plot& plot, const char* item, int pass) {
 /** Draws an item whose conditions hold, by its kind. */
 int MapPlot::processItem(Plot& plot, const char* item) {
   if (begins(item, "if:")) {
-    return drawImageItem(item + 3, false);
+    return drawImageItem(plot, item + 3, false);
   }
   if (begins(item, "im:")) {
-    return drawImageItem(item + 3, true);
+    return drawImageItem(plot, item + 3, true);
   }
   if (StrLib::contains(item, ".gif") || StrLib::contains(item, ".png")) {
-    return drawImageItem(item, true);
+    return drawImageItem(plot, item, true);
   }
   if (begins(item, "rf:")) {
     return drawRawItem(plot, item + 3);
@@ -378,24 +383,79 @@ int MapPlot::processItem(Plot& plot, const char* item) {
   return drawMapItem(plot, item);
 }
 
-/** The one place for "if:" and "im:", which need a reader of images.
- *  @param item    name, and colour and position behind it
- *  @param on_map  the image has its place on the map; else its position is one of the page */
-int MapPlot::drawImageItem(const char* item, bool on_map) {
-  const int colon = StrLib::index(item, ':');
-  const std::string name =
-      StrLib::acopy(item).substr(0, colon >= 0 ? static_cast<size_t>(colon) : std::string::npos);
+namespace {
+
+/** Makes the pixels of a named colour transparent. */
+void makeTransparent(Plot& plot, Image& image, const char* name) {
+  constexpr float half_step = 0.5F / 255.0F;
+  RGB wanted;
+  const int color = plot.getColorMap().getInd(name);
+  if (!ColorMap::isColor(color) || plot.getColorMap().get(color, wanted) == 0) {
+    return;
+  }
+  if (image.getColorType() == Image::TRUE_COLOR) {
+    Image indexed;
+    ImageMath::toIndex(image, indexed);
+    image.copy(indexed);
+  }
+  for (int i = 0; i < image.getNumColors(); i++) {
+    if (std::fabs(image.getRed(i) - wanted.red) < half_step &&
+        std::fabs(image.getGrn(i) - wanted.grn) < half_step &&
+        std::fabs(image.getBlu(i) - wanted.blu) < half_step) {
+      image.setTransColor(i);
+    }
+  }
+}
+
+}  // namespace
+
+/** An image on the map or, for "if:", on the page. Its lower left corner comes to the position.
+ *  @param item    name, and colour and position behind it */
+int MapPlot::drawImageItem(Plot& plot, const char* item, bool on_map) {
+  constexpr int level = 8;
+  const std::string_view text(item);
+  const size_t end = std::min(text.find(':'), text.size());
+  const std::string name(text.substr(0, end));
+  const char* rest = item + end;
   String path;
   FileTool::addPath(Zqv::getResrc("image_path"), name.c_str(), path);
-  if (!FileTool::isFile(path.get())) {
+  Image image;
+  ImageFile file;
+  if (file.readPlain(path.get(), image) <= 0) {
     if (on_map) {
       Zqv::outWarning("Map image not found: %s\n", path.get());
     }
-  } else if (!warned_image) {
-    Zqv::outWarning("MapPlot: image files are not available in this build: %s\n", path.get());
-    warned_image = true;
+    return 0;
   }
-  return 0;
+  plot.message("Map-image: %s", path.get());
+  Zqv::outMessage(level, "Map-image: %s\n", path.get());
+  const int tran = plot.getTran();
+  if (!on_map) {
+    plot.activateTran(0);
+  }
+  Rect window;
+  plot.getWindow(window);
+  char clear[40] = "";
+  float x = window.xmin;
+  float y = window.ymin;
+  if (std::sscanf(rest, ":%39[^:]:%12f:%12f", clear, &x, &y) < 1) {
+    std::sscanf(rest, "::%12f:%12f", &x, &y);
+  }
+  if (*clear != '\0') {
+    makeTransparent(plot, image, clear);
+  }
+  int drawn = 0;
+  if (on_map && image.getDomain().isSet()) {
+    drawn = plot.drawImage(image);
+  } else {
+    plot.setImageAlign(Graph::HALIGN_LEFT, 1);
+    drawn = plot.drawImage(image, x, y);
+    plot.setImageAlign(Graph::HALIGN_LEFT, 3);
+  }
+  if (!on_map) {
+    plot.activateTran(tran);
+  }
+  return drawn;
 }
 
 /** The one place for raw point files, which need the reader of gridded data. */

@@ -78,7 +78,7 @@ class MapPlot : public Drawing {
   int drawGrid(Plot& plot, const char* item) const;
   int drawLatLonItem(Plot& plot, const char* text);
   int drawMapItem(Plot& plot, const char* item);
-  int drawImageItem(const char* item, bool on_map);
+  int drawImageItem(Plot& plot, const char* item, bool on_map);
   int drawRawItem(Plot& plot, const char* text);
   void setAttr(Plot& plot, const PlotAttr& attr) const;
   int drawSegments(Plot& plot, MapFile& map, const char* name);
@@ -97,7 +97,6 @@ class MapPlot : public Drawing {
   String color;
   String color_latlon;
   String filenames;
-  bool warned_image = false;
   bool warned_raw = false;
 };
 
