@@ -403,6 +403,7 @@ void makeTransparent(Plot& plot, Image& image, const char* name) {
         std::fabs(image.getGrn(i) - wanted.grn) < half_step &&
         std::fabs(image.getBlu(i) - wanted.blu) < half_step) {
       image.setTransColor(i);
+      return;  // entries that only fill a table up may have the same colour
     }
   }
 }

@@ -7,7 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include "Image.h"
+#include "ImageFile.h"
 #include "NidsMaker.h"
+#include "RGB.h"
 #include "Run.h"
 #include "TempDir.h"
 
@@ -490,6 +493,43 @@ TEST_F(RoadTest, ImageFilesNeedNoDisplay) {
   run = runScopeview(dir, "-in nids a.nids -ou d.png -de rasterx", none);
   EXPECT_EQ(run.err, "XWindow: unable to connect to display\n") << "another word is the display";
   EXPECT_EQ(dir.read("d.png"), "");
+}
+
+TEST_F(RoadTest, APictureLiesOnTheMapWhereItWasTaken) {
+  dir.write("a.nids", radialProduct().build());
+  const auto picture = [&](const std::string& args, const char* name) {
+    run = runScopeview(
+        dir, "-in nids a.nids -de raster -pa full,nobord -ge 300x200 " + args + " -ou gif:" + name);
+    Image image;
+    EXPECT_GT(ImageFile().read(dir.at(name).c_str(), image), 0) << run.err;
+    return image;
+  };
+  const Image taken = picture("-dr plot", "a.gif");
+  const Image laid = picture("-dr grid -mf a.gif", "b.gif");
+  const Image elsewhere = picture("-dr grid -mf a.gif -pd latlon,35.333,-99,61,41,.1,.1", "c.gif");
+  int echo = 0;
+  int same = 0;
+  int west = 0;
+  int east = 0;
+  RGB a;
+  RGB b;
+  // The colour bar of a full page is a line along its lower edge.
+  for (int y = 0; y < taken.getHeight() - 3; y++) {
+    for (int x = 0; x < taken.getWidth(); x++) {
+      taken.getRGB(x, y, a);
+      laid.getRGB(x, y, b);
+      echo += a.isBlack() ? 0 : 1;
+      same += !a.isBlack() && a.red == b.red && a.grn == b.grn && a.blu == b.blu ? 1 : 0;
+      elsewhere.getRGB(x, y, b);
+      (x < taken.getWidth() / 2 ? west : east) += b.isBlack() ? 0 : 1;
+    }
+  }
+  EXPECT_GT(echo, 50);
+  EXPECT_EQ(same, echo);
+  EXPECT_EQ(west, 0) << "the radar stands east of this map's middle";
+  EXPECT_GT(east, echo);
+  run = runScopeview(dir, "-in nids a.nids -de raster -ou gif:d.gif -mf none.gif,if:none.gif");
+  EXPECT_EQ(run.err, "Map image not found: none.gif\n") << "once, and not for one of the page";
 }
 
 TEST_F(RoadTest, HelpListsEveryOptionAndEnds) {
