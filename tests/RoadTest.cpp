@@ -496,7 +496,11 @@ TEST_F(RoadTest, ImageFilesNeedNoDisplay) {
 }
 
 TEST_F(RoadTest, APictureLiesOnTheMapWhereItWasTaken) {
-  dir.write("a.nids", radialProduct().build());
+  NidsMaker maker;
+  std::vector<NidsMaker::Radial> list(360, {0.0, 1.0, std::vector<int>(40, 6)});
+  for (size_t i = 0; i < list.size(); i++) list[i].ang0 = static_cast<double>(i);
+  maker.layers = {NidsMaker::radials(list)};
+  dir.write("a.nids", maker.build());
   const auto picture = [&](const std::string& args, const char* name) {
     run = runScopeview(
         dir, "-in nids a.nids -de raster -pa full,nobord -ge 300x200 " + args + " -ou gif:" + name);
