@@ -449,7 +449,9 @@ void Figure::moveView(const char* what, const char* name, const char* data, int 
   }
   Point p;
   Domain domain;
-  plot.tranPlotWindow(static_cast<float>(x), static_cast<float>(y), p.x, p.y);
+  if (plot.tranPlotWindow(static_cast<float>(x), static_cast<float>(y), p.x, p.y) == 0) {
+    return;  // beside the picture
+  }
   plot.getPanelDomain(0, domain);
   if (factor > 0.0F) {
     domain.zoom(p, factor);

@@ -988,8 +988,10 @@ int Graph::setFrame(int frame) {
 int Graph::newFrame() {
   if (window == nullptr) return 0;
   window->displayFrame(-1);
-  window->newFrame(-1);
-  return window->setFrame(-1);
+  const int made = window->newFrame(-1);
+  const int result = window->setFrame(-1);
+  if (made == 0) window->clear();  // no room for another: the last one is used again
+  return result;
 }
 
 int Graph::deleteFrame(int frame) {

@@ -1688,7 +1688,8 @@ int Plot::clearFrame() {
 }
 
 int Plot::newFrame() {
-  const int done_well = graph.newFrame();
+  // Of a loop that goes to an image file only the last frame is kept.
+  const int done_well = output != 0 ? graph.clear() : graph.newFrame();
   label.clear();
   layer = 0;
   if (num_panel > 1) {

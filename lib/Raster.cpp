@@ -12,6 +12,7 @@
 #include "Rect.h"
 #include "StrLib.h"
 #include "String.h"
+#include "Tools.h"
 #include "Zqv.h"
 
 namespace ZQV {
@@ -20,8 +21,8 @@ namespace {
 
 constexpr uint32_t WHITE = 0xffffff;
 constexpr uint32_t BLACK = 0;
-constexpr long MAX_PIXELS = 32L << 20;      ///< of one pixmap
-constexpr long MAX_ALL_PIXELS = 96L << 20;  ///< of all together
+constexpr long MAX_PIXELS = 20L << 20;      ///< of one pixmap, of which a picture needs a copy
+constexpr long MAX_ALL_PIXELS = 40L << 20;  ///< of all together
 constexpr int SMALL_POLYGON = 12;           ///< edges walked without a list of active ones
 constexpr int QUAD_ROWS = 64;               ///< of a quadrilateral filled in one go
 constexpr double MITER_LIMIT = 11.0;        ///< degrees below which a corner is cut off, as in X
@@ -71,10 +72,13 @@ int namedColor(const char* text, int fallback) {
   for (const NamedColor& c : NAMED_COLORS) {
     if (key == c.name) return c.value;
   }
-  int percent = 0;
-  if (std::sscanf(key.c_str(), "gr%*1[ae]y%3d", &percent) == 1 && percent >= 0 && percent <= 100) {
-    const int level = (percent * 255 + 50) / 100;
-    return level << 16 | level << 8 | level;
+  constexpr double step = 2.55;  // rounded as in the table of X, where 50 percent are 127
+  for (int percent = 0; percent <= 100; percent++) {
+    const std::string number = std::to_string(percent);
+    if (key == "gray" + number || key == "grey" + number) {
+      const int level = Tools::cut(percent * step + 0.5);
+      return level << 16 | level << 8 | level;
+    }
   }
   return fallback;
 }
@@ -360,8 +364,11 @@ void Raster::fillLarge(const Target& t, const Pen& p, const Vertex* v, size_t n)
     const auto ended = [&](size_t i) { return edges[i].bottom <= row; };
     active.erase(std::remove_if(active.begin(), active.end(), ended), active.end());
     while (next < edges.size() && edges[next].top == row) active.push_back(next++);
-    // Nearly in order from the row before.
-    for (size_t i = 1; i < active.size(); i++) {
+    // Nearly in order from the row before, unless there are very many.
+    constexpr size_t many = 64;
+    const auto by_x = [&](size_t a, size_t b) { return edges[a].x < edges[b].x; };
+    if (active.size() > many) std::sort(active.begin(), active.end(), by_x);
+    for (size_t i = 1; i < active.size() && active.size() <= many; i++) {
       const size_t moved = active[i];
       size_t place = i;
       for (; place > 0 && edges[active[place - 1]].x > edges[moved].x; place--) {
@@ -491,7 +498,8 @@ void Raster::thinLine(const Target& t, const Pen& p, const Vertex& a, const Vert
   const int64_t length = steep ? ady : adx;
   const int64_t other = steep ? adx : ady;
   const int start = dash;
-  dash += static_cast<int>(length);
+  constexpr int all_dashes = 3600;  // a multiple of the length of each list
+  dash = static_cast<int>((dash + length) % all_dashes);
   const bool left = dx < 0;
   const bool up = dy < 0;
   // After k steps along the longer axis the line has moved (2 k other + length) / (2 length) along
@@ -640,7 +648,25 @@ void Raster::wideDashes(const Target& t, const Pen& p, const Vertex& a, const Ve
   size_t item = 0;
   double from = -std::fmod(done, sum);
   done += length;
-  for (; from < length; item = (item + 1) % static_cast<size_t>(d.n)) {
+  // What lies beside the picture needs no dashes.
+  const double slack = p.width + 1.0;
+  double first = 0.0;
+  double end = length;
+  const auto within = [&](double start, double run, double low, double high) {
+    if (run == 0.0) {
+      if (start < low || start > high) end = -1.0;
+      return;
+    }
+    const double s1 = (low - start) / run * length;
+    const double s2 = (high - start) / run * length;
+    first = std::max(first, std::min(s1, s2));
+    end = std::min(end, std::max(s1, s2));
+  };
+  within(a.x, b.x - a.x, t.x1 - slack, t.x2 + slack);
+  within(a.y, b.y - a.y, t.y1 - slack, t.y2 + slack);
+  if (first > end) return;
+  if (from < first) from += std::floor((first - from) / sum) * sum;
+  for (; from < end; item = (item + 1) % static_cast<size_t>(d.n)) {
     const double to = from + d.list[item];
     const double s1 = std::max(from, 0.0) / length;
     const double s2 = std::min(to, length) / length;

@@ -204,36 +204,50 @@ int XWindow::open() {
   back_color = static_cast<int>(BlackPixel(display, screen));
   if (inverse) std::swap(fore_color, back_color);
   const int done = type == FOREIGN_WINDOW ? openForeign() : openWindow();
-  if (done == 0 || display == nullptr) {
-    if (num_windows == 0 && display != nullptr) {
-      xlib->XCloseDisplay(display);
-      display = nullptr;
-    }
+  if (done == 0 || openResources() == 0) {
+    std::fprintf(stderr, "Window open: unable to open window\n");
+    leave();
     return 0;
   }
-  openResources();
   opened = true;
   if (type == OWN_WINDOW) newCallback(window, ANY_EVENT, this, nullptr);
   return 1;
 }
 
+/** Gives up the place among the windows, and the connection with the last one. */
+void XWindow::leave() {
+  if (window_num >= 0) {
+    windows[static_cast<size_t>(window_num)] = nullptr;
+    num_windows--;
+  }
+  window_num = -1;
+  window = dwindow = drawing = 0;
+  if (num_windows > 0) return;
+  if (display != nullptr) xlib->XCloseDisplay(display);
+  display = nullptr;
+  managed = false;
+}
+
 int XWindow::openForeign() {
   if (dwindow == 0 || addWindow(this) < 0) return 0;
   drawing = dwindow;
-  if (window == 0) window = dwindow;
-  char* found = nullptr;
-  if (xlib->XFetchName(display, window, &found) != 0 && found != nullptr) {
-    const std::string_view text(found);
-    title = text.substr(0, std::min(text.find(" ["), MAX_CONNECT));
-    xlib->XFree(found);
+  if (window == 0) {
+    window = dwindow;
+  } else {
+    char* found = nullptr;
+    if (xlib->XFetchName(display, window, &found) != 0 && found != nullptr) {
+      const std::string_view text(found);
+      title = text.substr(0, std::min(text.find(" ["), MAX_CONNECT));
+      xlib->XFree(found);
+    }
   }
-  base_gc = createGC();
-  return 1;
+  return display != nullptr ? 1 : 0;
 }
 
 int XWindow::openWindow() {
-  if (x < 0) x += DisplayWidth(display, screen) - width;
-  if (y < 0) y += DisplayHeight(display, screen) - height;
+  Display* const d = display;
+  if (x < 0) x += DisplayWidth(d, screen) - width;
+  if (y < 0) y += DisplayHeight(d, screen) - height;
   XSetWindowAttributes attributes{};
   attributes.bit_gravity = NorthGravity;
   attributes.backing_store = Always;
@@ -241,35 +255,26 @@ int XWindow::openWindow() {
   attributes.border_pixel = static_cast<unsigned long>(fore_color);
   attributes.event_mask = EVENT_MASK;
   attributes.colormap = color_map;
+  if (addWindow(this) < 0) return 0;
   error_print = 0;
   error = 0;
-  window =
-      xlib->XCreateWindow(display, RootWindow(display, screen), x, y, static_cast<unsigned>(width),
-                          static_cast<unsigned>(height), BORDER_WIDTH, depth, InputOutput, visual,
-                          ATTRIBUTE_MASK, &attributes);
-  if (display != nullptr) xlib->XSync(display, False);  // so that an error has arrived
+  window = xlib->XCreateWindow(d, RootWindow(d, screen), x, y, static_cast<unsigned>(width),
+                               static_cast<unsigned>(height), BORDER_WIDTH, depth, InputOutput,
+                               visual, ATTRIBUTE_MASK, &attributes);
+  if (display != nullptr) xlib->XSync(d, False);  // so that an error has arrived
   error_print = 1;
-  if (display == nullptr || error != 0 || window == 0 || addWindow(this) < 0) {
-    std::fprintf(stderr, "Window open: unable to open window\n");
-    window = 0;
-    return 0;
-  }
+  if (display == nullptr || error != 0 || window == 0) return 0;
   std::replace(title.begin(), title.end(), '_', ' ');
-  setHints();
-  base_gc = createGC();
-  dwindow = createPixmap();
-  drawing = dwindow;
-  Zqv::outDebug("CrPix-draw: %d\n", static_cast<int>(dwindow));
-  xlib->XMapWindow(display, window);
-  xlib->XSync(display, False);
+  if (setHints() == 0) return 0;
+  xlib->XMapWindow(d, window);
+  xlib->XSync(d, False);
   waitForWindow();
-  if (display == nullptr) return 0;
-  xlib->XClearWindow(display, window);
-  fillPixmap(dwindow, back_color);
-  return 1;
+  return display != nullptr ? 1 : 0;
 }
 
-void XWindow::setHints() {
+/** @return 1; 0 if the server is lost */
+int XWindow::setHints() {
+  Display* const d = display;
   XSizeHints size{};
   size.flags = PPosition | PSize | PMinSize;
   size.x = x;
@@ -282,32 +287,37 @@ void XWindow::setHints() {
     size.min_width = size.max_width = width;
     size.min_height = size.max_height = height;
   }
-  icon_pixmap = xlib->XCreateBitmapFromData(display, window, zqv_bits.data(), ICON_SIZE, ICON_SIZE);
+  icon_pixmap = xlib->XCreateBitmapFromData(d, window, zqv_bits.data(), ICON_SIZE, ICON_SIZE);
   Zqv::outDebug("CrPix-icon: %d\n", static_cast<int>(icon_pixmap));
-  xlib->XSetStandardProperties(display, window, title.c_str(), title.c_str(), icon_pixmap, nullptr,
-                               0, &size);
-  xlib->XSetWMNormalHints(display, window, &size);
+  xlib->XSetStandardProperties(d, window, title.c_str(), title.c_str(), icon_pixmap, nullptr, 0,
+                               &size);
+  xlib->XSetWMNormalHints(d, window, &size);
   XWMHints hints{};
   hints.flags = InputHint | StateHint | IconPixmapHint;
   hints.input = True;
   hints.initial_state = icon ? IconicState : NormalState;
   hints.icon_pixmap = icon_pixmap;
-  xlib->XSetWMHints(display, window, &hints);
+  xlib->XSetWMHints(d, window, &hints);
   char class_name[] = "Zqv";
   XClassHint hint{name.data(), class_name};
-  xlib->XSetClassHint(display, window, &hint);
-  delete_window = xlib->XInternAtom(display, "WM_DELETE_WINDOW", False);
-  xlib->XSetWMProtocols(display, window, &delete_window, 1);
+  xlib->XSetClassHint(d, window, &hint);
+  if (display == nullptr) return 0;
+  protocols = xlib->XInternAtom(d, "WM_PROTOCOLS", False);
+  if (display == nullptr) return 0;
+  delete_window = xlib->XInternAtom(d, "WM_DELETE_WINDOW", False);
+  if (display == nullptr) return 0;
+  xlib->XSetWMProtocols(d, window, &delete_window, 1);
+  return display != nullptr ? 1 : 0;
 }
 
-/** Waits until the window appears, or is made an icon; a display where it never does is given up.
- */
+/** Waits until the window appears; a display where it never does is given up. An icon is not waited
+ * for. */
 void XWindow::waitForWindow() {
   Timer timer;
   XEvent event;
-  while (display != nullptr && timer.elapsed() < APPEAR_SECONDS) {
+  while (!icon && display != nullptr && timer.elapsed() < APPEAR_SECONDS) {
     if (xlib->XCheckWindowEvent(display, window, APPEAR_MASK, &event) != 0) {
-      // Sizes that the window manager asks for are looked at once all is set up.
+      // The size that a window manager has given it is looked at when the loop begins.
       if (event.type == ConfigureNotify || event.type == ReparentNotify) continue;
       mapped = event.type == MapNotify || event.type == Expose;
       return;
@@ -317,20 +327,31 @@ void XWindow::waitForWindow() {
   }
 }
 
-/** Clip, background, stipples, cursors, contexts and font. */
-void XWindow::openResources() {
+/** Contexts, pixmap, clip, background, stipples, cursors and font. @return 1; 0 if the server is
+ * lost
+ */
+int XWindow::openResources() {
   constexpr unsigned side = 8;
   Display* const d = display;
+  base_gc = createGC();
+  if (type == OWN_WINDOW) {
+    dwindow = drawing = createPixmap();
+    Zqv::outDebug("CrPix-draw: %d\n", static_cast<int>(dwindow));
+    xlib->XClearWindow(d, window);
+    fillPixmap(dwindow, back_color);
+  }
   clip.x = clip.y = 0;
   clip.width = width;
   clip.height = height;
   if (background == "def") background.clear();
   bg_color = back_color;
   XColor color{};
-  if (!background.empty() && xlib->XParseColor(d, color_map, background.c_str(), &color) != 0) {
+  if (!background.empty() && xlib->XParseColor(d, color_map, background.c_str(), &color) != 0 &&
+      display != nullptr) {
     xlib->XAllocColor(d, color_map, &color);
     bg_color = static_cast<int>(color.pixel);
   }
+  if (display == nullptr) return 0;
   if (type == OWN_WINDOW) fillPixmap(dwindow, bg_color);
   Zqv::outDebug("CrBit-fill\n");
   for (size_t i = 0; i < fill_pat.size(); i++) {
@@ -338,9 +359,10 @@ void XWindow::openResources() {
     fill_pat[i] = xlib->XCreateBitmapFromData(
         d, drawing, reinterpret_cast<const char*>(rows.data()), side, side);
   }
-  for (size_t i = 0; i < cursors.size(); i++) {
+  for (size_t i = 0; i < cursors.size() && display != nullptr; i++) {
     cursors[i] = xlib->XCreateFontCursor(d, CURSOR_SHAPES[i]);
   }
+  if (display == nullptr) return 0;
   for (const int element : {0, static_cast<int>(LINE), static_cast<int>(TEXT),
                             static_cast<int>(MARK), static_cast<int>(FILL)}) {
     gcs[static_cast<size_t>(element)] = createGC();
@@ -350,6 +372,7 @@ void XWindow::openResources() {
   opened = true;
   setFont("fixed");
   opened = false;
+  return display != nullptr ? 1 : 0;
 }
 
 GC XWindow::createGC() const {
@@ -366,7 +389,10 @@ int XWindow::close() {
   Display* const d = display;
   if (d != nullptr) {
     if (type == OWN_WINDOW) {
-      for (int i = 0; i < num_frame; i++) freePixmap(frames[static_cast<size_t>(i)].pixmap);
+      for (int i = 0; i < num_frame; i++) {
+        Zqv::outDebug("Deleting frame %d\n", i);
+        freePixmap(frames[static_cast<size_t>(i)].pixmap);
+      }
       xlib->XUnmapWindow(d, window);
       xlib->XDestroyWindow(d, window);
       Zqv::outDebug("FrPix-draw: %d\n", static_cast<int>(dwindow));
@@ -386,16 +412,8 @@ int XWindow::close() {
   num_frame = 0;
   font_info = nullptr;
   deleteCallbacks(window);
-  windows[static_cast<size_t>(window_num)] = nullptr;
-  window_num = -1;
-  num_windows--;
-  window = dwindow = drawing = 0;
+  leave();
   opened = mapped = false;
-  if (num_windows == 0) {
-    if (display != nullptr) xlib->XCloseDisplay(display);
-    display = nullptr;
-    managed = false;
-  }
   return 1;
 }
 
@@ -495,7 +513,7 @@ int XWindow::setFont(const char* font) {
 
 int XWindow::setCursor(int n) {
   const int before = cursor;
-  if (!opened || display == nullptr || n < 0 || n >= num_cursors || type != OWN_WINDOW) {
+  if (!hasWindow() || n < 0 || n >= num_cursors) {
     return before;
   }
   cursor = n;
@@ -521,7 +539,7 @@ int XWindow::bell(int volume) {
 }
 
 void XWindow::showTitle(const char* text) {
-  if (display == nullptr || type != OWN_WINDOW) return;
+  if (!hasWindow()) return;
   Display* const d = display;
   xlib->XStoreName(d, window, text);
   xlib->XSetIconName(d, window, text);
@@ -603,8 +621,13 @@ int XWindow::clearRect(const Rect& rect) {
   return 1;
 }
 
+/** There is a window that shows the pixmap; it may be that of another program. */
+bool XWindow::hasWindow() const {
+  return opened && display != nullptr && window != dwindow;
+}
+
 int XWindow::update() {
-  if (!opened || display == nullptr || type != OWN_WINDOW) return 0;
+  if (!hasWindow()) return 0;
   Display* const d = display;
   xlib->XCopyArea(d, dwindow, window, base_gc, 0, 0, static_cast<unsigned>(width),
                   static_cast<unsigned>(height), 0, 0);
@@ -672,8 +695,10 @@ int XWindow::resize(float w, float h) {
 int XWindow::paintImage(Image& image, const ImagePlace& place) {
   if (display == nullptr) return 0;
   Display* const d = display;
-  const int w = image.getWidth();
-  const int h = image.getHeight();
+  // No more of it than the clip is large is sent.
+  const int w = std::min(image.getWidth(), clip.width);
+  const int h = std::min(image.getHeight(), clip.height);
+  if (w < 1 || h < 1) return 0;
   XImage* picture =
       xlib->XCreateImage(d, visual, static_cast<unsigned>(depth), ZPixmap, 0, nullptr,
                          static_cast<unsigned>(w), static_cast<unsigned>(h), BITMAP_PAD, 0);
@@ -708,8 +733,8 @@ int XWindow::paintImage(Image& image, const ImagePlace& place) {
     xlib->XSetClipOrigin(d, gcs[0], place.x, place.y);
     xlib->XSetClipMask(d, gcs[0], bitmap);
   }
-  xlib->XPutImage(d, drawing, gcs[0], picture, 0, 0, place.x, place.y,
-                  static_cast<unsigned>(clip.width), static_cast<unsigned>(clip.height));
+  xlib->XPutImage(d, drawing, gcs[0], picture, 0, 0, place.x, place.y, static_cast<unsigned>(w),
+                  static_cast<unsigned>(h));
   if (place.masked) {
     XRectangle rect{pixel16(clip.x), pixel16(clip.y), static_cast<unsigned short>(clip.width),
                     static_cast<unsigned short>(clip.height)};
@@ -724,8 +749,10 @@ int XWindow::paintImage(Image& image, const ImagePlace& place) {
 }
 
 int XWindow::getImage(Image& image) {
+  constexpr long most = 32L << 20;
   image.init();
   if (!opened || display == nullptr || drawing == 0) return 0;
+  if (static_cast<long>(width) * height > most) return 0;
   Zqv::outDebug("getImg\n");
   XImage* picture = xlib->XGetImage(display, drawing, 0, 0, static_cast<unsigned>(width),
                                     static_cast<unsigned>(height), AllPlanes, ZPixmap);
@@ -793,7 +820,6 @@ int XWindow::processEvent(XEvent* event) {
       keyText(event->xkey, data);
       pointerText(id, data);
       break;
-    case KeyRelease: keyText(event->xkey, data); break;
     case ButtonPress:
     case ButtonRelease:
       data = "B" + std::to_string(event->xbutton.button) + (type == ButtonPress ? "-P" : "-R");
@@ -816,6 +842,7 @@ int XWindow::processEvent(XEvent* event) {
   procCallback(id, type, name, data.c_str());
   const XWindow* w = findWindow(id);
   if (type == ClientMessage && w != nullptr && event->xclient.format == 32 &&
+      event->xclient.message_type == w->protocols &&
       static_cast<Atom>(event->xclient.data.l[0]) == w->delete_window) {
     procCallback(id, KeyPress, eventName(KeyPress), "Ret:0:0");
   }
@@ -875,7 +902,10 @@ void XWindow::callback(const char* event, const char* data, const void* /*client
   } else if (StrLib::equal(event, "UnmapNotify")) {
     mapped = false;
   } else if (StrLib::equal(event, "Configure")) {
-    if (resize(-1.0F, -1.0F) != 0) procCallback(window, REDRAW_EVENT, "Redraw", data);
+    if (resize(-1.0F, -1.0F) != 0) {
+      const std::string size = std::to_string(width) + ":" + std::to_string(height);
+      procCallback(window, REDRAW_EVENT, "Redraw", size.c_str());
+    }
     update();
   } else if ((button && begins("B1-P")) || (key && begins("[-Alt"))) {
     if (looping != 0) {
@@ -928,19 +958,20 @@ int XWindow::unmanage() {
 }
 
 /** Waits for the time of the frame shown, then shows the next one. */
-void XWindow::play(XWindow& w) {
-  Timer timer;
+void XWindow::play(XWindow& w, Timer& timer) {
   w.setCursor(CURSOR_LOOP);
   const Window id = w.window;
   while (managed && findWindow(id) != nullptr && w.looping != 0) {
-    // The rate may change while a frame is shown.
+    // The rate may change while a frame is shown, and somebody may set the clock.
     const float t = w.cur_frame == w.num_frame - 1 ? w.end_delay : w.delay;
+    if (timer.elapsed() < 0.0F) timer.init();
     const float rest = t - timer.elapsed();
     if (rest <= 0.0F) break;
     timer.sleep(std::min(rest, TICK));
     if (rest > TICK) checkEvent();
   }
   if (findWindow(id) != nullptr && w.looping != 0 && w.mapped) w.incFrame(0);
+  timer.init();
   checkEvent();
 }
 
@@ -948,11 +979,16 @@ int XWindow::mainloop() {
   XWindow* first = firstWindow();
   if (first == nullptr) return 0;
   if (first->num_frame > 1) first->looping = 1;
+  // A window manager may have given it another size than was asked for.
+  first->callback(eventName(ConfigureNotify), nullptr, nullptr);
   Timer timer;
+  first = firstWindow();
   while (managed && first != nullptr) {
     if (first->num_frame >= 2 && first->looping != 0) {
-      play(*first);
+      play(*first, timer);
     } else {
+      // Frames drawn while nothing plays: the newest shows.
+      if (first->num_frame > 0 && first->cur_frame < 0) first->displayFrame(first->num_frame - 1);
       first->setCursor(first->num_frame < 2 ? CURSOR_RECT : CURSOR_STOP);
       checkEvent();
       if (managed) timer.sleep(TICK);

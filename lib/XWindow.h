@@ -10,6 +10,8 @@
 
 namespace ZQV {
 
+class Timer;
+
 /** Who is to hear of the events of a window. */
 struct XCallbackItem {
   int type = 0;  ///< number of the X event, or one of XWindow::EventType
@@ -118,9 +120,11 @@ class XWindow : public ScreenDevice {
   int connectDisplay();
   int openWindow();
   int openForeign();
-  void setHints();
+  void leave();
+  int setHints();
   void waitForWindow();
-  void openResources();
+  int openResources();
+  [[nodiscard]] bool hasWindow() const;
   void setForeign(const char* text, bool with_window);
   GC gc(int element);
   GC createGC() const;
@@ -130,7 +134,7 @@ class XWindow : public ScreenDevice {
   static void addModifiers(unsigned state, std::string& text);
   static void pointerText(Window window, std::string& text);
   static void exitHandler(Display* d, void* data);
-  static void play(XWindow& w);
+  static void play(XWindow& w, Timer& timer);
 
   static Display* display;
   static bool managed;  ///< the loop runs as long as it is set
@@ -158,6 +162,7 @@ class XWindow : public ScreenDevice {
   std::array<GC, num_gc> gcs{};
   std::array<Pixmap, NUM_FILL> fill_pat{};
   XFontStruct* font_info = nullptr;
+  Atom protocols = 0;
   Atom delete_window = 0;
   std::vector<XPoint> points_buffer;
 };

@@ -9,10 +9,14 @@
 #include <gtest/gtest.h>
 
 #include "Image.h"
+#include "ImageFile.h"
+#include "NidsMaker.h"
 #include "Point.h"
 #include "Points.h"
 #include "Rect.h"
+#include "Run.h"
 #include "String.h"
+#include "TempDir.h"
 #include "XServer.h"
 #include "XWindow.h"
 #include "Zqv.h"
@@ -195,6 +199,22 @@ TEST_F(RasterTest, TheRateHasSteps) {
   EXPECT_NEAR(rate(-1, 30), 10.0F, 1e-4);
 }
 
+TEST_F(RasterTest, GreatPolygonsAndLinesTakeNoTime) {
+  open(300, 300);
+  Points zigzag;
+  for (int i = 0; i < 60000; i++) {
+    zigzag.add(static_cast<float>(i * 7919 % 30000) / 100.0F, i % 2 == 0 ? 0.0F : 299.0F);
+  }
+  raster.drawFill(Device::FILL, zigzag);
+  Points far;
+  for (int i = 0; i < 40000; i++) far.add(i % 2 == 0 ? -30000.0F : 30000.0F, 150.0F);
+  raster.drawLine(Device::LINE, far);
+  raster.setLineStyle(Device::LINE, 5);
+  raster.setLineWidth(Device::LINE, 1.0F);
+  raster.drawLine(Device::LINE, far);
+  EXPECT_EQ(rows(raster)[150].substr(0, 8).find_first_not_of(".#"), std::string::npos);
+}
+
 TEST_F(RasterTest, WhatCantBeHadIsRefused) {
   raster.setSize(16000, 16000);
   EXPECT_EQ(raster.open(), 0);
@@ -322,6 +342,40 @@ TEST_F(SamePicture, WideLinesDifferOnOutlinesOnly) {
           size * size / 200))
           << "style " << style << " width " << width;
     }
+  }
+}
+
+TEST_F(SamePicture, ProductsOfTheProgram) {
+  const TempDir dir;
+  NidsMaker maker;
+  std::vector<NidsMaker::Radial> list(360, {0.0, 1.0, std::vector<int>(230)});
+  for (size_t i = 0; i < list.size(); i++) {
+    list[i].ang0 = static_cast<double>(i) + 0.3;
+    for (size_t j = 0; j < 230; j++) list[i].levels[j] = static_cast<int>(i * j / 97 % 16);
+  }
+  maker.layers = {NidsMaker::radials(list)};
+  dir.write("a.nids", maker.build());
+  for (const char* look :
+       {"", "-pd lc:40:-97:33:45,35.3,-97.3,91,61,.11,.11 -pa site,dist=50:100"}) {
+    const std::string args = "-in nids a.nids " + std::string(look);
+    const std::string env = "DISPLAY=" + server.display();
+    (void)runScopeview(dir, args + " -ou png:window.png", env);
+    (void)runScopeview(dir, args + " -ou png:raster.png -de raster", env);
+    Image a;
+    Image b;
+    ASSERT_GT(ImageFile().read(dir.at("window.png").c_str(), a), 0);
+    ASSERT_GT(ImageFile().read(dir.at("raster.png").c_str(), b), 0);
+    int differ = 0;
+    std::set<int> colors;
+    for (int y = 0; y < a.getHeight(); y++) {
+      for (int x = 0; x < a.getWidth(); x++) {
+        differ += a.getVal(x, y) != b.getVal(x, y) ? 1 : 0;
+        colors.insert(a.getVal(x, y));
+      }
+    }
+    EXPECT_EQ(a.getWidth(), 640);
+    EXPECT_GT(colors.size(), 10U) << "there is something in it";
+    EXPECT_LT(differ, 640 * 512 / 200) << look;
   }
 }
 

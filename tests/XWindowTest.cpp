@@ -109,6 +109,18 @@ class WindowTest : public testing::Test {
     xlib->XCloseDisplay(d);
     return value;
   }
+  /** Clears the window as a window manager might, and has the server tell it. */
+  void clearWindow() const {
+    DynLib library;
+    decltype(&::XClearArea) clear = nullptr;
+    const XLib* xlib = XLib::get();
+    ASSERT_TRUE(library.open("libX11.so.6") != 0 && library.find("XClearArea", clear) != 0);
+    Display* d = xlib->XOpenDisplay(server.display().c_str());
+    ASSERT_NE(d, nullptr);
+    clear(d, std::stoul(id), 0, 0, 0, 0, True);
+    xlib->XSync(d, False);
+    xlib->XCloseDisplay(d);
+  }
   /** Writes a product of one ring, in the first colour or another one, under its date. */
   std::string product(int minute, int level = 5) {
     NidsMaker maker;
@@ -143,16 +155,9 @@ TEST_F(WindowTest, OpensWhereAndAsLargeAsAskedAndEndsWithReturn) {
   EXPECT_NE(geometry.find("X=850\nY=684\nWIDTH=400\nHEIGHT=300\n"), std::string::npos) << geometry;
   EXPECT_EQ(title(), "my radar\n");
   ASSERT_TRUE(waitFor([&] { return pixelOf(200, 150) > 0; })) << "the product covers the middle";
+  // What was covered and is wiped out comes back.
   const int shown = pixelOf(200, 150);
-  // What another window covers comes back.
-  XWindow cover;
-  cover.setParam(server.display().c_str());
-  cover.setSize(500, 400);
-  cover.setOffset(800, 600);
-  Zqv::setMessageLevel("none");
-  ASSERT_EQ(cover.open(), 1);
-  cover.close();
-  Zqv::setMessageLevel(6);
+  clearWindow();
   EXPECT_TRUE(waitFor([&] { return pixelOf(200, 150) == shown; }));
   (void)tool("mousemove 900 800 key Return");
   EXPECT_EQ(ended(), 0);
@@ -200,13 +205,15 @@ TEST_F(WindowTest, KeysQueryZoomPanAndSave) {
   EXPECT_NEAR(panned[0], zoomed[0] + 50.0F * degrees, 0.03F);
   const auto wider = domain_after("alt+shift+z", 3);
   EXPECT_NEAR(wider[1], 10.0F, 0.1F);
-  (void)tool("key alt+u");
+  // The letter is let go first, as people do.
+  (void)tool("keydown alt key u keyup alt");
   EXPECT_TRUE(saysSoon(DRAWN, 5)) << "unzoom";
-  (void)tool("key alt+r");
+  (void)tool("keydown alt key r keyup alt");
   EXPECT_TRUE(saysSoon(DRAWN, 6)) << "redraw";
   (void)tool("mousemove --window " + id + " 320 256 key alt+v");
   ASSERT_TRUE(saysSoon("Pixel: 320 256", 2));
   EXPECT_EQ(out().substr(out().rfind("Lat: "), 14), all.substr(at, 14)) << "the first domain again";
+  EXPECT_EQ(count(DRAWN), 6U) << "a key draws once";
   (void)tool("key alt+s");
   EXPECT_TRUE(saysSoon("Created GIF file: radar.gif"));
   (void)tool("key alt+shift+s");
@@ -233,7 +240,7 @@ TEST_F(WindowTest, ALoopPlaysStepsAndLosesFrames) {
   // Four files in six times: two gaps.
   for (const int minute : {0, 10, 30, 50}) product(minute, 3 + minute / 10);
   start(loop("nf=6,linc=10") + " -cu '#202105041250' -de d,,show_num -ti loop",
-        "zqvcurtime=202105041300");
+        "zqvcurtime='#202105041300'");
   ASSERT_TRUE(saysSoon(DRAWN, 4)) << out() << dir.read("err.txt");
   EXPECT_EQ(count(DRAWN), 4U) << "gaps make no frames";
   const auto shows = [&](const std::string& frame) {
@@ -265,6 +272,27 @@ TEST_F(WindowTest, ALoopPlaysStepsAndLosesFrames) {
   (void)tool("key alt+s");
   EXPECT_TRUE(saysSoon("Created GIF file: loop-02.gif"));
   EXPECT_EQ(count("Created GIF"), 4U) << "all frames of a running loop";
+}
+
+TEST_F(WindowTest, ALoopOfOneFileShowsIt) {
+  product(0);
+  start(loop("nf=4,linc=10") + " -cu '#202105041230'", "zqvcurtime='#202105041300'");
+  ASSERT_TRUE(saysSoon(DRAWN));
+  EXPECT_TRUE(waitFor([&] { return pixelOf(320, 200) > 0; }));
+  (void)tool("mousemove --window " + id + " 300 200 key alt+r");
+  ASSERT_TRUE(saysSoon(DRAWN, 2));
+  EXPECT_TRUE(waitFor([&] { return pixelOf(320, 200) > 0; }));
+}
+
+TEST_F(WindowTest, APausedLoopShowsItsNewestFrameAfterARedraw) {
+  for (const int minute : {0, 10, 20}) product(minute, 3 + minute / 10);
+  start(loop("nf=3,linc=10") + " -cu '#202105041220' -de d,,show_num", "zqvcurtime='#202105041300'");
+  ASSERT_TRUE(saysSoon(DRAWN, 3));
+  (void)tool("mousemove --window " + id + " 300 200 key alt+l");
+  std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  (void)tool("key alt+r");
+  ASSERT_TRUE(saysSoon(DRAWN, 6));
+  EXPECT_TRUE(waitFor([&] { return title().find("[2]") != std::string::npos; })) << title();
 }
 
 TEST_F(WindowTest, RefreshPicksUpAFileThatAppears) {
@@ -311,12 +339,46 @@ TEST_F(WindowTest, TheClosingButtonEndsTheRunAsReturnDoes) {
 
 TEST_F(WindowTest, ALostServerEndsTheLoop) {
   for (const int minute : {0, 10, 20}) product(minute, 3 + minute / 10);
-  start(loop("nf=3,linc=10") + " -cu '#202105041220'", "zqvcurtime=202105041300");
+  start(loop("nf=3,linc=10") + " -cu '#202105041220'", "zqvcurtime='#202105041300'");
   ASSERT_TRUE(saysSoon(DRAWN, 3));
   std::this_thread::sleep_for(std::chrono::milliseconds(700));
   server.kill();
   EXPECT_EQ(ended(), 0);
   EXPECT_NE(dir.read("err.txt").find("X11 Disconnected\n"), std::string::npos);
+}
+
+TEST(XWindowTest, DrawsIntoTheWindowOfAnotherProgram) {
+  XServer server;
+  Zqv::setMessageLevel("none");
+  const XLib* xlib = XLib::get();
+  ASSERT_NE(xlib, nullptr);
+  Display* d = xlib->XOpenDisplay(server.display().c_str());
+  ASSERT_NE(d, nullptr);
+  XSetWindowAttributes attributes{};
+  const Window host =
+      xlib->XCreateWindow(d, DefaultRootWindow(d), 0, 0, 60, 40, 0, DefaultDepth(d, 0), InputOutput,
+                          DefaultVisual(d, 0), CWBackPixel, &attributes);
+  const Pixmap pixmap =
+      xlib->XCreatePixmap(d, host, 60, 40, static_cast<unsigned>(DefaultDepth(d, 0)));
+  xlib->XMapWindow(d, host);
+  xlib->XSync(d, False);
+  XWindow guest;
+  guest.setParam(("co=" + server.display() + ",wp=+" + std::to_string(host) + ":" +
+                  std::to_string(pixmap) + ":60x40:0")
+                     .c_str());
+  ASSERT_EQ(guest.open(), 1);
+  guest.clear();
+  guest.setLineWidth(Device::LINE, 8.0F);
+  guest.drawLine(Device::LINE, 5.0F, 20.0F, 50.0F, 20.0F);
+  EXPECT_EQ(guest.update(), 1);
+  XImage* image = xlib->XGetImage(d, host, 20, 20, 1, 1, AllPlanes, ZPixmap);
+  ASSERT_NE(image, nullptr);
+  EXPECT_EQ(XGetPixel(image, 0, 0), 0xffffffU);
+  XDestroyImage(image);
+  EXPECT_EQ(guest.manage(), 0) << "the loop is the host's";
+  guest.close();
+  xlib->XCloseDisplay(d);
+  Zqv::setMessageLevel(6);
 }
 
 TEST(XWindowTest, WithoutADisplayNothingWorksAndNothingBreaks) {
