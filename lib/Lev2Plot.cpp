@@ -1,9 +1,10 @@
 #include "Lev2Plot.h"
 
 #include <algorithm>
-#include <bitset>
 #include <cmath>
 #include <cstdio>
+#include <string>
+#include <utility>
 
 #include "CellPainter.h"
 #include "ColorFill.h"
@@ -42,6 +43,14 @@ int numberAt(const Strings& items, int i, int at, int fallback) {
 }
 
 }  // namespace
+
+/** A volume whose header was read. Streams and pipes, which can't go back, stay so from getDomain
+ * to draw. */
+struct Lev2Plot::Begun {
+  std::string name;
+  Lev2File file;
+  Lev2Info info;
+};
 
 /** What becomes of each level, worked out once for each scale that the radials have. */
 class Lev2Plot::Levels {
@@ -223,17 +232,15 @@ int Lev2Plot::openFile(Lev2File& file) {
 }
 
 int Lev2Plot::getDomain(Domain& domain) {
-  auto file = std::make_unique<Lev2File>();
-  if (!filename.isSet() || openFile(*file) == 0) {
+  auto own = std::make_unique<Begun>();
+  if (!filename.isSet() || openFile(own->file) == 0) {
     return 0;
   }
-  auto info = std::make_unique<Lev2Info>();
-  file->getHeader(*info);
-  const EarthPoint site(info->lat, info->lon);
-  if (FileTool::isStdio(filename.getName())) {
-    // It can be read only once, and stays open for the drawing.
-    begun = std::move(file);
-    begun_info = std::move(info);
+  own->file.getHeader(own->info);
+  const EarthPoint site(own->info.lat, own->info.lon);
+  if (FileTool::isStdio(filename.getName()) || *filename.getName() == '|') {
+    own->name = filename.getName();
+    begun = std::move(own);
   }
   return getDomain(site, domain);
 }
@@ -261,18 +268,16 @@ int Lev2Plot::draw(Plot& plot) {
   if (!filename.isSet()) {
     filename.setFile("la");
   }
-  std::unique_ptr<Lev2File> file = std::move(begun);
-  Lev2Info info;
-  if (file && FileTool::isStdio(filename.getName())) {
-    info = *begun_info;
-  } else {
-    file = std::make_unique<Lev2File>();
-    if (openFile(*file) == 0) {
+  std::unique_ptr<Begun> volume = std::move(begun);
+  if (!volume || volume->name != filename.getName()) {
+    volume = std::make_unique<Begun>();
+    if (openFile(volume->file) == 0) {
       Zqv::outWarning("Lev2Plot: Unable to open file: %s\n", filename.getName());
       return 0;
     }
-    file->getHeader(info);
+    volume->file.getHeader(volume->info);
   }
+  const Lev2Info& info = volume->info;
   const EarthPoint site(info.lat, info.lon);
   Domain domain;
   getDomain(site, domain);
@@ -286,7 +291,7 @@ int Lev2Plot::draw(Plot& plot) {
     fill.set(plot.getColorMap(),
              scan_type == Lev2File::REFLECTIVITY ? reflectivity_fill : velocity_fill);
   }
-  const Walk walk = walkVolume(*file, painter, fill);
+  const Walk walk = walkVolume(volume->file, painter, fill);
   addLabels(plot, info, walk);
   plot.setBar(fill);
   plot.done();

@@ -60,6 +60,7 @@ class Lev2Plot : public RadarPlot {
     int mode = 0;  ///< 1 precipitation, 2 clear air, 0 if nothing was drawn
   };
   class Levels;
+  struct Begun;
 
   int openFile(Lev2File& file);
   Walk walkVolume(Lev2File& file, CellPainter& painter, const ColorFill& fill) const;
@@ -77,8 +78,7 @@ class Lev2Plot : public RadarPlot {
   int scan_num = 1;   ///< number of the cut
   int scan_type = 0;  ///< one of Lev2File::DataType
   bool map = false;
-  std::unique_ptr<Lev2File> begun;  ///< standard input, once its header was read
-  std::unique_ptr<Lev2Info> begun_info;
+  std::unique_ptr<Begun> begun;
 };
 
 }  // namespace ZQV
