@@ -80,6 +80,11 @@ class Cursor {
   const unsigned char* p;
 };
 
+int signedByte(int v) {
+  constexpr int half = 128;
+  return v < half ? v : v - 2 * half;
+}
+
 bool isGzip(const unsigned char* bytes) {
   return bytes[0] == 0x1F && bytes[1] == 0x8B;
 }
@@ -426,9 +431,7 @@ int Lev2File::nextBlock() {
 }
 
 int Lev2File::getByte() {
-  signed char v = 0;
-  readBytes(&v, 1);
-  return v;
+  return signedByte(getUByte());
 }
 
 int Lev2File::getUByte() {
@@ -466,7 +469,7 @@ int Lev2File::getBlock(Lev2Data& data) {
   Cursor cursor(bytes.data());
   blk_size = 2 * cursor.u2();
   cursor.skip(1);
-  data.type = msg_type = static_cast<signed char>(cursor.u1());
+  data.type = msg_type = signedByte(cursor.u1());
   data.seq = cursor.u2();
   data.date = cursor.u2();
   data.time = cursor.u4();

@@ -363,7 +363,7 @@ void Lev2Plot::drawRadial(Lev2File& file, const Lev2Data& data, CellPainter& pai
   if (!std::isfinite(az)) {
     return;
   }
-  const double az0 = static_cast<double>(az - data.az_space / 2);
+  const auto az0 = static_cast<double>(az - data.az_space / 2);
   const double az1 = az0 + static_cast<double>(data.az_space + CellPainter::overlap);
   painter.setRadial(az0, az1, first / plane_unit, gate);
   int level = -1;  // whose colour is set
