@@ -11,6 +11,7 @@
 #include "Raster.h"
 #include "XLib.h"
 #include "XWindow.h"
+#include "Zqv.h"
 
 namespace {
 
@@ -75,10 +76,34 @@ void window(benchmark::State& state) {
 }
 BENCHMARK(window)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+/** Showing the next frame of a loop; growth is that of the program's memory over 1000 turns. */
+void loopTurn(benchmark::State& state) {
+  constexpr int frames = 24;
+  ZQV::XWindow device;
+  device.setSize(WIDTH, HEIGHT);
+  if (std::getenv("DISPLAY") == nullptr || device.open() == 0) {
+    return state.SkipWithError("no display");
+  }
+  for (int i = 0; i < frames; i++) device.newFrame();
+  const auto turn = [&](int n) {
+    for (int i = 0; i < n; i++) {
+      device.incFrame(0);
+      ZQV::XWindow::checkEvent();
+    }
+  };
+  turn(frames * 10);
+  const int before = ZQV::Zqv::getVirtMem();
+  turn(frames * 1000);
+  const int after = ZQV::Zqv::getVirtMem();
+  for (auto _ : state) turn(1);
+  state.counters["growth"] = static_cast<double>(after - before);
+}
+BENCHMARK(loopTurn)->Unit(benchmark::kMillisecond)->UseRealTime();
+
 void bareXlib(benchmark::State& state) {
   const ZQV::XLib* xlib = ZQV::XLib::get();
-  Display* d = std::getenv("DISPLAY") != nullptr && xlib != nullptr ? xlib->XOpenDisplay(nullptr)
-                                                                    : nullptr;
+  Display* d =
+      std::getenv("DISPLAY") != nullptr && xlib != nullptr ? xlib->XOpenDisplay(nullptr) : nullptr;
   if (d == nullptr) return state.SkipWithError("no display");
   const Pixmap pixmap = xlib->XCreatePixmap(d, DefaultRootWindow(d), WIDTH, HEIGHT,
                                             static_cast<unsigned>(DefaultDepth(d, 0)));
@@ -87,7 +112,8 @@ void bareXlib(benchmark::State& state) {
   for (const ZQV::Points& p : polygons()) {
     std::vector<XPoint>& points = list.emplace_back();
     for (int i = 0; i < p.getNum(); i++) {
-      points.push_back({static_cast<short>(p.getX(i) + 0.5F), static_cast<short>(p.getY(i) + 0.5F)});
+      points.push_back(
+          {static_cast<short>(p.getX(i) + 0.5F), static_cast<short>(p.getY(i) + 0.5F)});
     }
   }
   for (auto _ : state) {

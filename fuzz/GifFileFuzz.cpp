@@ -4,7 +4,7 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <string_view>
+#include <string>
 
 #include "Image.h"
 #include "InputFile.h"
@@ -23,7 +23,12 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const char* name = inputFile({reinterpret_cast<const char*>(data), size});
+  std::string text(reinterpret_cast<const char*>(data), size);
+  if (size % 64 != 0 && size > 10) {  // large screens take most of the time
+    text[7] &= 1;
+    text[9] &= 1;
+  }
+  const char* name = inputFile(text);
   Image image;
   GifFile file(name, 0);
   file.read(image);
@@ -32,7 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (image.validData() && image.findRow(image.getHeight() - 1) == nullptr) std::abort();
   sink = image.getVal(image.getWidth() - 1, image.getHeight() - 1);
   GifFile out("/dev/null", 1);
-  out.write(image);
+  if (image.getDataSize() < 1 << 20) out.write(image);
   out.write(name, true);
   return 0;
 }

@@ -56,15 +56,6 @@ unsigned char Buffer::get(int off) const {
   return at < 0 || at >= size ? 0 : data[static_cast<size_t>(at)];
 }
 
-int Buffer::inc(int n) {
-  const long at = static_cast<long>(ind) + n;
-  if (at < 0 || at > size || n > std::numeric_limits<int>::max() - size) {
-    return 0;
-  }
-  ind = static_cast<int>(at);
-  return 1;
-}
-
 int Buffer::clearUsed() {
   if (ind > 0) {
     std::memmove(data.data(), data.data() + ind, static_cast<size_t>(size - ind));

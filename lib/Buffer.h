@@ -1,5 +1,6 @@
 #pragma once
 
+#include <limits>
 #include <vector>
 
 namespace ZQV {
@@ -24,7 +25,12 @@ class Buffer {
   /** The byte at the read position + off, 0 if out of range. */
   [[nodiscard]] unsigned char get(int off) const;
   /** Moves the read position. @return 1; 0 if it would leave 0 to size */
-  int inc(int n);
+  int inc(int n) {
+    const long at = static_cast<long>(ind) + n;
+    if (at < 0 || at > size || n > std::numeric_limits<int>::max() - size) return 0;
+    ind = static_cast<int>(at);
+    return 1;
+  }
   /** Moves the unread bytes to the start. @return 1 */
   int clearUsed();
   void clear() { size = ind = 0; }

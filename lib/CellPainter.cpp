@@ -39,11 +39,16 @@ void CellPainter::fillCorners(const Point& a, const Point& b, const Point& c, co
   if (a.x == Const::FMISS || b.x == Const::FMISS || c.x == Const::FMISS || d.x == Const::FMISS) {
     return;
   }
-  poly.set(0, a);
-  poly.set(1, b);
-  poly.set(2, c);
-  poly.set(3, d);
-  poly.set(4, a);
+  float* px = poly.xs();
+  float* py = poly.ys();
+  px[0] = px[4] = a.x;
+  py[0] = py[4] = a.y;
+  px[1] = b.x;
+  py[1] = b.y;
+  px[2] = c.x;
+  py[2] = c.y;
+  px[3] = d.x;
+  py[3] = d.y;
   plot.drawFill(poly);
 }
 

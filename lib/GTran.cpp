@@ -116,12 +116,6 @@ float GTran::tranWindowY(const GTran& a, const GTran& b, float y) {
   return ratio(view - b.vp.ymin, b.vp.yext) * b.wn.yext + b.wn.ymin;
 }
 
-bool GTran::isBoxInWindow(float xmin, float ymin, float xmax, float ymax) const {
-  const auto [left, right] = std::minmax(wn.xmin, wn.xmax);
-  const auto [lower, upper] = std::minmax(wn.ymin, wn.ymax);
-  return !(xmax < left || xmin > right || ymax < lower || ymin > upper);
-}
-
 bool GTran::isPointsInWindow(const Points& points) const {
   const int n = points.getNum();
   if (n < 1) return false;
@@ -130,6 +124,59 @@ bool GTran::isPointsInWindow(const Points& points) const {
   const auto [xmin, xmax] = std::minmax_element(px, px + n);
   const auto [ymin, ymax] = std::minmax_element(py, py + n);
   return isBoxInWindow(*xmin, *ymin, *xmax, *ymax);
+}
+
+/** The polyline of n points, n known to the compiler: nearly all polygons of a picture are bins of
+ * five points, and this is most of what they cost on their way to the device. */
+template <int N>
+inline bool GTran::tranFew(const float* px, const float* py, float* qx, float* qy) const {
+  float xmin = px[0];
+  float xmax = px[0];
+  float ymin = py[0];
+  float ymax = py[0];
+  for (int i = 1; i < N; i++) {
+    xmin = px[i] < xmin ? px[i] : xmin;
+    xmax = px[i] > xmax ? px[i] : xmax;
+    ymin = py[i] < ymin ? py[i] : ymin;
+    ymax = py[i] > ymax ? py[i] : ymax;
+  }
+  if (!isBoxInWindow(xmin, ymin, xmax, ymax)) return false;
+  // What is stored can't change these.
+  const float wx = wn.xmin;
+  const float wy = wn.ymin;
+  const float sx = wn_vp.x;
+  const float sy = wn_vp.y;
+  const float vx = vp.xmin;
+  const float vy = vp.ymin;
+  const float kx = vp_plt.x;
+  const float ky = vp_plt.y;
+  const float x0 = plt.xmin;
+  const float y0 = plt.ymin;
+  const float top = ndc.ymax;
+  const bool closed = px[N - 1] == px[0] && py[N - 1] == py[0];
+  for (int i = 0; i < (closed ? N - 1 : N); i++) {
+    qx[i] = limit(((px[i] - wx) * sx + vx) * kx + x0);
+    qy[i] = limit((top - ((py[i] - wy) * sy + vy)) * ky + y0);
+  }
+  if (closed) {
+    qx[N - 1] = qx[0];
+    qy[N - 1] = qy[0];
+  }
+  return true;
+}
+
+int GTran::tranWindowPlot(const Points& points, Points& plotted) const {
+  constexpr int bin = 5;
+  const int n = points.getNum();
+  if (n == bin) {
+    if (plotted.getNum() != n) plotted.setNum(n);
+    return tranFew<bin>(points.xs(), points.ys(), plotted.xs(), plotted.ys()) ? 1 : 0;
+  }
+  if (!isPointsInWindow(points)) return 0;
+  plotted.transform(
+      points, [this](float x) { return tranWindowPlotX(x); },
+      [this](float y) { return tranWindowPlotY(y); });
+  return 1;
 }
 
 bool GTran::isPointsInWindow(int n, const Point* points) const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 #include "Coords.h"
 #include "Point.h"
 #include "Rect.h"
@@ -53,6 +55,10 @@ class GTran {
   [[nodiscard]] float tranPlotWindowX(float x) const { return tranNdcWindowX(tranPlotNdcX(x)); }
   [[nodiscard]] float tranPlotWindowY(float y) const { return tranNdcWindowY(tranPlotNdcY(y)); }
 
+  /** Takes a polyline to the plot. @return 1; 0 if isPointsInWindow() is false for it, and plotted
+   * is then undefined */
+  int tranWindowPlot(const Points& points, Points& plotted) const;
+
   /** From window a to window b through the viewports. */
   static float tranWindowX(const GTran& a, const GTran& b, float x);
   static float tranWindowY(const GTran& a, const GTran& b, float y);
@@ -65,10 +71,15 @@ class GTran {
  private:
   /** NaN becomes the lower limit. */
   static float limit(float v) {
-    if (!(v >= -PLOT_LIMIT)) return -PLOT_LIMIT;
-    return v > PLOT_LIMIT ? PLOT_LIMIT : v;
+    v = v > -PLOT_LIMIT ? v : -PLOT_LIMIT;
+    return v < PLOT_LIMIT ? v : PLOT_LIMIT;
   }
-  [[nodiscard]] bool isBoxInWindow(float xmin, float ymin, float xmax, float ymax) const;
+  [[nodiscard]] bool isBoxInWindow(float xmin, float ymin, float xmax, float ymax) const {
+    return !(xmax < std::min(wn.xmin, wn.xmax) || xmin > std::max(wn.xmin, wn.xmax) ||
+             ymax < std::min(wn.ymin, wn.ymax) || ymin > std::max(wn.ymin, wn.ymax));
+  }
+  template <int N>
+  bool tranFew(const float* px, const float* py, float* qx, float* qy) const;
   void scale();
 
   Coords plt;      ///< device rectangle; its extents may be negative

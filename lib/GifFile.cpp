@@ -62,6 +62,11 @@ int tableSize(int flags) {
   return 1 << ((flags & 7) + 1);
 }
 
+/** Of a table with so many colours. */
+size_t tableBytes(int n) {
+  return 3 * static_cast<size_t>(n);
+}
+
 /** The order in which rows are stored. */
 class RowOrder {
  public:
@@ -390,9 +395,9 @@ int GifFile::readHeader(Image& image) {
   if (image.allocData() == 0) return 0;
   if (glob_color_exist == 0) return 1;
   std::array<unsigned char, 3 * 256> table{};
-  file.read(table.data(), static_cast<size_t>(3 * glob_color_size));
+  file.read(table.data(), tableBytes(glob_color_size));
   for (int i = 0; i < glob_color_size; i++) {
-    const unsigned char* rgb = &table[static_cast<size_t>(3 * i)];
+    const unsigned char* rgb = &table[tableBytes(i)];
     const auto channel = [](unsigned char c) { return static_cast<float>(c) / 255.0F; };
     image.setColor(i, channel(rgb[0]), channel(rgb[1]), channel(rgb[2]));
   }
@@ -469,7 +474,7 @@ int GifFile::readPicture(Image& image) {
   local_color_size = tableSize(flags);
   if (local_color_exist != 0) {
     unsigned char table[3 * 256];
-    file.read(table, static_cast<size_t>(3 * local_color_size));
+    file.read(table, tableBytes(local_color_size));
   }
   code_size = readByte(file);
   if (code_size < 1 || code_size > PIXEL_BITS) return 1;
@@ -598,7 +603,7 @@ int GifFile::copyFrames(File& from) {
   const int flags = static_cast<unsigned char>(head[10]);
   std::string table;
   if ((flags & 0x80) != 0) {
-    table.resize(static_cast<size_t>(3 * tableSize(flags)));
+    table.resize(tableBytes(tableSize(flags)));
     from.read(table.data(), table.size());
   }
   const bool is_first = file_num == 0;
@@ -636,7 +641,7 @@ int GifFile::copyFrames(File& from) {
       if (!has_local) {
         out += table;
       } else {
-        std::string local(static_cast<size_t>(3 * tableSize(desc[8])), '\0');
+        std::string local(tableBytes(tableSize(desc[8])), '\0');
         from.read(local.data(), local.size());
         out += local;
       }

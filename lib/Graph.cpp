@@ -655,13 +655,6 @@ void Graph::addPlot(float x, float y) {
   pts.add(current().tranWindowPlotX(x), current().tranWindowPlotY(y));
 }
 
-void Graph::toPlot(const Points& points) {
-  const GTran& t = current();
-  pts.transform(
-      points, [&t](float x) { return t.tranWindowPlotX(x); },
-      [&t](float y) { return t.tranWindowPlotY(y); });
-}
-
 int Graph::drawLine(float x1, float y1, float x2, float y2) {
   if (window == nullptr) return 0;
   const GTran& t = current();
@@ -674,8 +667,9 @@ int Graph::drawLine(const Point& p1, const Point& p2) {
 }
 
 int Graph::drawLine(const Points& points) {
-  if (window == nullptr || points.getNum() < 2 || !current().isPointsInWindow(points)) return 0;
-  toPlot(points);
+  if (window == nullptr || points.getNum() < 2 || current().tranWindowPlot(points, pts) == 0) {
+    return 0;
+  }
   if (drop_shadow != 0) {
     window->setColor(Device::LINE, drop_color);
     window->setLineWidth(Device::LINE, drop_width);
@@ -728,8 +722,9 @@ int Graph::drawFill(const Rect& rect) {
 }
 
 int Graph::drawFill(const Points& points) {
-  if (window == nullptr || points.getNum() < 2 || !current().isPointsInWindow(points)) return 0;
-  toPlot(points);
+  if (window == nullptr || points.getNum() < 2 || current().tranWindowPlot(points, pts) == 0) {
+    return 0;
+  }
   return window->drawFill(Device::FILL, pts);
 }
 

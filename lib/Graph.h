@@ -202,7 +202,6 @@ class Graph : public Listener {
   static int change(Value& stored, Value v);
   int sendColor(int element, int& stored, int v);
   int sendWidth(int element, float& stored, float v);
-  void toPlot(const Points& points);
   void addPlot(float x, float y);
   int setFontSpec();
   /** Finds a name in the font list. */

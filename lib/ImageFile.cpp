@@ -1,7 +1,6 @@
 #include "ImageFile.h"
 
-#include <cstring>
-
+#include "File.h"
 #include "FileTool.h"
 #include "Image.h"
 #include "StrLib.h"
@@ -71,6 +70,10 @@ int ImageFile::read(const char* name, Image& image) {
   const int result = read(image);
   close();
   return result;
+}
+
+int ImageFile::readPlain(const char* name, Image& image) {
+  return FileTool::isFile(name) ? read(name, image) : 0;
 }
 
 int ImageFile::write(const Image& image) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "Date.h"
-#include "File.h"
 #include "GifFile.h"
 #include "ImgZqvFile.h"
 #include "PngFile.h"
@@ -35,6 +33,9 @@ class ImageFile {
   /** Fills the image with the file's. @return 1 or 0; -1 as ImgZqvFile::read() */
   int read(Image& image);
   int read(const char* name, Image& image);
+  /** For names that stand in a data file or a setting: a plain file only, never a command or a
+   * standard stream. */
+  int readPlain(const char* name, Image& image);
   int write(const Image& image);
   int write(const char* name, int kind, const Image& image);
   /** The type follows from the name. */
@@ -48,11 +49,9 @@ class ImageFile {
  private:
   int type = UNKNOWN;
   int access = READ;
-  File file;
   GifFile gif;
   PngFile png;
   ImgZqvFile img;
-  Date date;
   bool opened = false;
 };
 

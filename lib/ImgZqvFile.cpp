@@ -336,7 +336,8 @@ int ImgZqvFile::write(const Image& image) {
   }
   int result = 1;
   if (image.getDepth() == PIXEL_BITS && !image.hasColors()) {
-    result = writePixels(image) != 0 && file.flush() != 0 ? 1 : 0;
+    // Pixels that are nowhere read back as 0 without being there.
+    result = (!image.validData() || writePixels(image) != 0) && file.flush() != 0 ? 1 : 0;
     close();
   }
   return result;

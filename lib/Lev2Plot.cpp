@@ -16,6 +16,7 @@
 #include "Lev2Data.h"
 #include "Lev2File.h"
 #include "Lev2Info.h"
+#include "MapPlot.h"
 #include "Plot.h"
 #include "PlotAttr.h"
 #include "StrLib.h"
@@ -85,7 +86,13 @@ class Lev2Plot::Levels {
     }
   }
   [[nodiscard]] bool isVisible(unsigned char level) const { return visible[level]; }
-  [[nodiscard]] const PlotAttr& get(unsigned char level) const { return *attr[level]; }
+  /** Makes the attributes of a level the current ones. */
+  void setFill(Plot& plot, unsigned char level) {
+    if (filled != attr[level]) {
+      filled = attr[level];
+      plot.setFill(*filled);
+    }
+  }
 
  private:
   const ColorFill& fill;
@@ -95,6 +102,7 @@ class Lev2Plot::Levels {
   std::array<const PlotAttr*, 256> attr{};
   std::array<bool, 256> visible{};
   std::array<bool, 256> met{};
+  const PlotAttr* filled = nullptr;  ///< attributes that the plot has
 };
 
 Lev2Plot::Lev2Plot() {
@@ -291,7 +299,15 @@ int Lev2Plot::draw(Plot& plot) {
     fill.set(plot.getColorMap(),
              scan_type == Lev2File::REFLECTIVITY ? reflectivity_fill : velocity_fill);
   }
+  MapPlot under("under");
+  MapPlot over("default,over");
+  if (map) {
+    under.draw(plot);
+  }
   const Walk walk = walkVolume(volume->file, painter, fill);
+  if (map) {
+    over.draw(plot);
+  }
   addLabels(plot, info, walk);
   plot.setBar(fill);
   plot.done();
@@ -366,15 +382,11 @@ void Lev2Plot::drawRadial(Lev2File& file, const Lev2Data& data, CellPainter& pai
   const auto az0 = static_cast<double>(az - data.az_space / 2);
   const double az1 = az0 + static_cast<double>(data.az_space + CellPainter::overlap);
   painter.setRadial(az0, az1, first / plane_unit, gate);
-  int level = -1;  // whose colour is set
   for (int i = 0; i < n; i++) {
     if (!levels.isVisible(gates[i])) {
       continue;
     }
-    if (level != gates[i]) {
-      level = gates[i];
-      painter.plot.setFill(levels.get(gates[i]));
-    }
+    levels.setFill(painter.plot, gates[i]);
     painter.fillCell(i);
   }
 }

@@ -16,6 +16,7 @@
 #include "Domain.h"
 #include "EarthPoint.h"
 #include "FileTool.h"
+#include "MapPlot.h"
 #include "Plot.h"
 #include "PlotAttr.h"
 #include "Points.h"
@@ -23,6 +24,7 @@
 #include "StrLib.h"
 #include "Strings.h"
 #include "Tools.h"
+#include "VarList.h"
 #include "Wind.h"
 #include "WindPlot.h"
 #include "Zqv.h"
@@ -102,7 +104,16 @@ struct NidsPlot::Painter : CellPainter {
     }
     return level;
   }
-  void forgetLevels() { levels.fill(Level()); }
+  void forgetLevels() {
+    levels.fill(Level());
+    filled = nullptr;
+  }
+  /** Makes the attributes of a level the current ones. */
+  void setFill(const Level& level) {
+    if (filled == level.attr) return;
+    filled = level.attr;
+    plot.setFill(*level.attr);
+  }
 
   /** Corners along one edge of a row of cells, in the plot's plane, each worked out when it is
    * first asked for. */
@@ -132,6 +143,7 @@ struct NidsPlot::Painter : CellPainter {
   PlotAttr data_attr;
   PlotAttr grid_attr;
   std::array<Level, 256> levels{};
+  const PlotAttr* filled = nullptr;  ///< attributes that the plot has, while bins are drawn
 };
 
 NidsPlot::NidsPlot(const char* params) {
@@ -289,20 +301,14 @@ int NidsPlot::print() {
 }
 
 int NidsPlot::getDomain(Domain& domain) {
-  // A reader of its own, so that a stream being drawn isn't touched; standard input can be read
-  // only once, and stays open for the drawing.
-  const bool standard = FileTool::isStdio(filename.getName());
-  NidsFile own;
-  NidsFile& file = standard ? nids : own;
-  if (filename.isSet() && file.open(filename.getName()) != 0) {
-    NidsInfo summary;
-    file.readHeader(summary);
-    if (standard) {
-      info = summary;
-      begun = true;
-    }
-    DomainVal val = file.getDomainVal();
-    if (!file.isMosaic() && !file.isVAD() && !file.isDPA()) {
+  // The file stays open for the drawing: standard input can be read only once, a command should run
+  // only once, and what was decompressed for the header is nearly always the whole product.
+  begun.clear();
+  if (filename.isSet() && nids.open(filename.getName()) != 0) {
+    nids.readHeader(info);
+    begun = filename.getName();
+    DomainVal val = nids.getDomainVal();
+    if (!nids.isMosaic() && !nids.isVAD() && !nids.isDPA()) {
       val.nx = std::clamp(val.ny, 0, max_side) * 3 / 2 + 1;
     }
     domain.set(val);
@@ -333,8 +339,8 @@ int NidsPlot::draw(Plot& plot) {
   if (!filename.isSet()) {
     filename.setFile("la");
   }
-  const bool goes_on = begun && nids.isOpen() && FileTool::isStdio(filename.getName());
-  begun = false;
+  const bool goes_on = !begun.empty() && nids.isOpen() && begun == filename.getName();
+  begun.clear();
   if (!goes_on && nids.open(filename.getName()) == 0) {
     Zqv::outWarning("NidsPlot: Unable to open file: %s\n", filename.getName());
     return 0;
@@ -344,15 +350,34 @@ int NidsPlot::draw(Plot& plot) {
   if (!goes_on) {
     nids.readHeader(info);
   }
-  const bool asked = StrLib::hasToken(Zqv::getResrc("parameter"), ',', "map");
-  if (map != 0 && (asked || isPresent(Zqv::getResrc("map_file")))) {
-    Zqv::outWarning("NidsPlot: map overlays are not available in this build\n");
-  }
   readVars();
+  const bool draws_map = map != 0 && !variablesHaveMap();
+  MapPlot under("under");
+  MapPlot middle("default");
+  MapPlot over("over");
+  if (draws_map) {
+    under.draw(plot);
+  }
   drawImage(plot);
+  if (draws_map) {
+    middle.draw(plot);
+  }
   drawData(plot);
+  if (draws_map) {
+    over.draw(plot);
+  }
   nids.close();
   return 1;
+}
+
+/** The map stands among the storm variables, to be drawn where it stands there. */
+bool NidsPlot::variablesHaveMap() const {
+  for (int i = 0; i < vars.getNum(); i++) {
+    if (vars.isMap(i)) {
+      return true;
+    }
+  }
+  return false;
 }
 
 PlotAttr NidsPlot::dataAttr(Plot& plot) const {
@@ -438,6 +463,8 @@ void NidsPlot::drawRadials(Painter& painter) {
   const bool ramps = ramp_cut != Const::MISS && ramp_len > 0;
   const Point& c = painter.centre;
   Points& poly = painter.poly;
+  float* px = poly.xs();
+  float* py = poly.ys();
   NidsRadial radial;
   NidsRun run;
   while (nids.readRadial(radial) > 0) {
@@ -462,14 +489,17 @@ void NidsPlot::drawRadials(Painter& painter) {
         bin += run.run;
         continue;
       }
-      painter.plot.setFill(*level.attr);
+      painter.setFill(level);
       const auto first = static_cast<float>(bin);
       if (painter.same_proj) {
-        poly.set(0, c.x + first * s0, c.y + first * c0);
-        poly.set(1, c.x + (first + 1) * s0, c.y + (first + 1) * c0);
-        poly.set(2, c.x + (first + 1) * s1, c.y + (first + 1) * c1);
-        poly.set(3, c.x + first * s1, c.y + first * c1);
-        poly.set(4, c.x + first * s0, c.y + first * c0);
+        px[0] = px[4] = c.x + first * s0;
+        py[0] = py[4] = c.y + first * c0;
+        px[1] = c.x + (first + 1) * s0;
+        py[1] = c.y + (first + 1) * c0;
+        px[2] = c.x + (first + 1) * s1;
+        py[2] = c.y + (first + 1) * c1;
+        px[3] = c.x + first * s1;
+        py[3] = c.y + first * c1;
       }
       bool visible = true;
       for (int i = 0; i < run.run; i++) {
@@ -495,11 +525,14 @@ void NidsPlot::drawRadials(Painter& painter) {
           edge_bin = bin + i + 1;
         }
         if (painter.same_proj) {
-          poly.offset(0, s0, c0);
-          poly.offset(1, s0, c0);
-          poly.offset(2, s1, c1);
-          poly.offset(3, s1, c1);
-          poly.offset(4, s0, c0);
+          for (const int corner : {0, 1, 4}) {
+            px[corner] += s0;
+            py[corner] += c0;
+          }
+          for (const int corner : {2, 3}) {
+            px[corner] += s1;
+            py[corner] += c1;
+          }
         }
       }
       bin += run.run;
@@ -535,7 +568,7 @@ void NidsPlot::drawRastors(Painter& painter) {
         column += run.run;
         continue;
       }
-      painter.plot.setFill(*level->attr);
+      painter.setFill(*level);
       bool visible = true;
       for (int i = 0; i < run.run; i++, column++, x += cell) {
         if (blanks) {

@@ -69,6 +69,7 @@ class NidsPlot : public RadarPlot {
 
  private:
   struct Painter;
+  [[nodiscard]] bool variablesHaveMap() const;
   int drawImage(Plot& plot);
   int drawData(Plot& plot);
   void readVars();
@@ -110,7 +111,7 @@ class NidsPlot : public RadarPlot {
   VarList vars;
   Unit unit;                       ///< of all conversions, for its cache
   std::optional<DatumPlot> dplot;  ///< of the storms of one product
-  bool begun = false;              ///< nids has the header of standard input already
+  std::string begun;               ///< the file of which nids has the header already
 };
 
 }  // namespace ZQV

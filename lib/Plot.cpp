@@ -9,7 +9,6 @@
 #include "DateTool.h"
 #include "EarthPoint.h"
 #include "EarthPoints.h"
-#include "File.h"
 #include "FileTool.h"
 #include "ForeTime.h"
 #include "GeomBox.h"
@@ -1507,10 +1506,9 @@ void Plot::drawLogo() {
   const Rect window = graph.getWindow();
   const bool lower_left = StrLib::equal(corner, "ll");
   setImageAlign(lower_left ? 1 : 3, 1);
-  File plain;  // a name in a resource file must not start a program
   Image image;
   ImageFile file;
-  if (plain.openPlain(path.get()) != 0 && plain.close() != 0 && file.read(path.get(), image) > 0) {
+  if (file.readPlain(path.get(), image) > 0) {
     graph.drawImage(image, (lower_left ? window.xmin : window.xmax) + x, window.ymin + y);
   } else {
     Zqv::outWarning("Logo not found: %s\n", path.get());

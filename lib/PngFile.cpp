@@ -4,6 +4,7 @@
 #include <array>
 #include <csetjmp>
 #include <cstdint>
+#include <new>
 #include <string_view>
 #include <vector>
 
@@ -40,9 +41,12 @@ constexpr int SIGNATURE = 8;
  *  true colour 2.2 and 53700, 3.8 and 39300, 7.4 and 31100, but 11.3 and 41600 with what libpng
  * does by itself, level 6 and the filters that it guesses. */
 constexpr int COMPRESS_LEVEL = 4;
-/** What the text chunks of a file may take: a small file can hold much text. */
-constexpr int MAX_TEXTS = 100;
+/** What libpng may take for the text chunks of a file, of which one may unpack to much text, and
+ * for anything at once: it clears room for what a chunk states as its length. A row takes at most 8
+ * MB. */
+constexpr int MAX_TEXTS = 16;
 constexpr int MAX_TEXT_SIZE = 1 << 20;
+constexpr size_t MAX_MEMORY = 9 << 20;
 
 std::string cutText(const char* text, int max) {
   return std::string(
@@ -76,9 +80,18 @@ void flushBytes(png_structp png) {
   static_cast<File*>(png_get_io_ptr(png))->flush();
 }
 
+png_voidp allocate(png_structp /*png*/, png_alloc_size_t n) {
+  return n <= MAX_MEMORY ? ::operator new(n, std::nothrow) : nullptr;
+}
+
+void release(png_structp /*png*/, png_voidp memory) {
+  ::operator delete(memory);
+}
+
 struct ReadStructs {
   explicit ReadStructs(File& file)
-      : png(png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, onError, onWarning)),
+      : png(png_create_read_struct_2(PNG_LIBPNG_VER_STRING, nullptr, onError, onWarning, nullptr,
+                                     allocate, release)),
         info(png != nullptr ? png_create_info_struct(png) : nullptr) {
     if (png != nullptr) png_set_read_fn(png, &file, readBytes);
   }

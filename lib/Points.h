@@ -45,6 +45,11 @@ class Points {
   int copy(const Points& other);
   int copy(const Points& other, int start, int n);
 
+  /** Becomes n points whose values follow in xs() and ys(), for inner loops. */
+  void setNum(int n) {
+    x.resize(static_cast<size_t>(n));
+    y.resize(static_cast<size_t>(n));
+  }
   /** Becomes the points of another, x by fx and y by fy, for inner loops. */
   template <typename FX, typename FY>
   void transform(const Points& from, FX fx, FY fy) {
@@ -68,6 +73,8 @@ class Points {
   /** The arrays themselves, getNum() values each; they hold until the polyline changes. */
   [[nodiscard]] const float* xs() const { return x.data(); }
   [[nodiscard]] const float* ys() const { return y.data(); }
+  [[nodiscard]] float* xs() { return x.data(); }
+  [[nodiscard]] float* ys() { return y.data(); }
 
   /** Walk: rewind(), then next() until it gives 0. */
   void rewind() { ind = 0; }

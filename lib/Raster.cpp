@@ -23,6 +23,7 @@ constexpr uint32_t BLACK = 0;
 constexpr long MAX_PIXELS = 32L << 20;      ///< of one pixmap
 constexpr long MAX_ALL_PIXELS = 96L << 20;  ///< of all together
 constexpr int SMALL_POLYGON = 12;           ///< edges walked without a list of active ones
+constexpr int QUAD_ROWS = 64;               ///< of a quadrilateral filled in one go
 constexpr double MITER_LIMIT = 11.0;        ///< degrees below which a corner is cut off, as in X
 
 struct NamedColor {
@@ -92,6 +93,11 @@ int Raster::setParam(const char* /*params*/) {
 
 int Raster::open() {
   if (opened) return 0;
+  fore_color = static_cast<int>(inverse ? BLACK : WHITE);
+  back_color = static_cast<int>(inverse ? WHITE : BLACK);
+  bg_color = back_color;
+  if (background == "def") background.clear();
+  if (!background.empty()) bg_color = namedColor(background.c_str(), back_color);
   dwindow = createPixmap();
   if (dwindow == 0) {
     Zqv::outError("Raster: unable to open a picture of %dx%d\n", width, height);
@@ -99,23 +105,19 @@ int Raster::open() {
   }
   opened = true;
   drawing = dwindow;
-  fore_color = static_cast<int>(inverse ? BLACK : WHITE);
-  back_color = static_cast<int>(inverse ? WHITE : BLACK);
   pens.fill(Pen());
   for (Pen& p : pens) p.color = static_cast<uint32_t>(fore_color);
   pens[TEXT].width = 1;
   clip.x = clip.y = 0;
   clip.width = width;
   clip.height = height;
-  bg_color = back_color;
-  if (background == "def") background.clear();
-  if (!background.empty()) bg_color = namedColor(background.c_str(), back_color);
-  fillPixmap(dwindow, bg_color);
+  painted = 0;
   return 1;
 }
 
 int Raster::close() {
   if (!opened) return 0;
+  painted = 0;
   pixmaps.clear();
   frames.assign(static_cast<size_t>(max_frame), XFrame());
   num_frame = 0;
@@ -155,6 +157,7 @@ Raster::Pixmap* Raster::find(unsigned long pixmap) {
 }
 
 unsigned long Raster::createPixmap() {
+  painted = 0;
   const long size = static_cast<long>(width) * height;
   long sum = size;
   for (const Pixmap& p : pixmaps) sum += static_cast<long>(p.pixels.size());
@@ -171,6 +174,7 @@ unsigned long Raster::createPixmap() {
 }
 
 void Raster::freePixmap(unsigned long pixmap) {
+  painted = 0;
   if (Pixmap* p = find(pixmap)) *p = Pixmap();
 }
 
@@ -192,7 +196,7 @@ void Raster::fillPixmap(unsigned long pixmap, int color) {
   if (p != nullptr) std::fill(p->pixels.begin(), p->pixels.end(), static_cast<uint32_t>(color));
 }
 
-Raster::Target Raster::target(bool clipped) {
+Raster::Target Raster::unclipped() {
   Target t;
   Pixmap* p = opened ? find(drawing) : nullptr;
   if (p == nullptr) return t;
@@ -200,13 +204,19 @@ Raster::Target Raster::target(bool clipped) {
   t.stride = p->width;
   t.x2 = p->width;
   t.y2 = p->height;
-  if (clipped) {
-    t.x1 = std::clamp(clip.x, 0, t.x2);
-    t.y1 = std::clamp(clip.y, 0, t.y2);
-    t.x2 = std::clamp(clip.x + clip.width, t.x1, t.x2);
-    t.y2 = std::clamp(clip.y + clip.height, t.y1, t.y2);
-  }
   return t;
+}
+
+/** What is painted on now; worked out when the clip or the drawable has changed. */
+inline const Raster::Target& Raster::target() {
+  if (painted == drawing && painted != 0) return clipped;
+  clipped = unclipped();
+  clipped.x1 = std::clamp(clip.x, 0, clipped.x2);
+  clipped.y1 = std::clamp(clip.y, 0, clipped.y2);
+  clipped.x2 = std::clamp(clip.x + clip.width, clipped.x1, clipped.x2);
+  clipped.y2 = std::clamp(clip.y + clip.height, clipped.y1, clipped.y2);
+  painted = drawing;
+  return clipped;
 }
 
 // Attributes.
@@ -268,7 +278,9 @@ inline bool Raster::setEdge(const Vertex& a, const Vertex& b, const Target& t, E
   edge.top = upper.y;
   edge.bottom = lower.y;
   edge.x = upper.x;
+  edge.error = 0;
   edge.height = dy;
+  if (dy == 1) return true;  // its one row is that of the upper end
   edge.step = dx / dy;
   edge.rest = dx % dy;
   if (edge.rest < 0) {
@@ -276,7 +288,6 @@ inline bool Raster::setEdge(const Vertex& a, const Vertex& b, const Target& t, E
     edge.step--;
   }
   // The error runs from 1 - height to 0: x is the exact crossing rounded up.
-  edge.error = 0;
   if (edge.top < t.y1) {
     const int64_t rows = t.y1 - edge.top;
     const int64_t rest = rows * edge.rest;
@@ -365,17 +376,84 @@ void Raster::fillLarge(const Target& t, const Pen& p, const Vertex* v, size_t n)
   }
 }
 
+/** Fills the rectangle from (x1, y1) up to (x2, y2), these not included. */
+void Raster::fillBox(const Target& t, const Pen& p, const Vertex& a, const Vertex& b) {
+  const int end = std::min(b.y, t.y2);
+  for (int row = std::max(a.y, t.y1); row < end; row++) paintSpan(t, p, row, a.x, b.x);
+}
+
+/** Fills four corners, of which the lowest row lies less than QUAD_ROWS under the highest: each
+ * edge leaves its crossings row by row. */
+inline void Raster::fillQuad(const Target& t, const Pen& p, const Vertex* v, int high, int low) {
+  const int top = std::max(high, t.y1);
+  const int rows = std::min(low, t.y2) - top;
+  int cross[QUAD_ROWS][4];
+  int count[QUAD_ROWS];
+  for (int i = 0; i < rows; i++) count[i] = 0;
+  Edge e;
+  for (int i = 0, last = 3; i < 4; last = i++) {
+    if (!setEdge(v[last], v[i], t, e)) continue;
+    const int end = std::min(e.bottom - top, rows);
+    int row = e.top - top;
+    cross[row][count[row]++] = e.x;
+    while (++row < end) {
+      advance(e);
+      cross[row][count[row]++] = e.x;
+    }
+  }
+  for (int i = 0; i < rows; i++) {
+    int* c = cross[i];
+    if (count[i] == 4) std::sort(c, c + 4);
+    paintSpan(t, p, top + i, std::min(c[0], c[1]), std::max(c[0], c[1]));
+    if (count[i] == 4) paintSpan(t, p, top + i, c[2], c[3]);
+  }
+}
+
+/** Fills a polygon of up to SMALL_POLYGON corners given by their coordinates. */
+inline void Raster::fillFew(const Target& t, const Pen& p, const float* px, const float* py,
+                            int n) {
+  if (n == 5 && px[4] == px[0] && py[4] == py[0]) n = 4;
+  Vertex v[SMALL_POLYGON];
+  Vertex low{pixel(px[0]), pixel(py[0])};
+  Vertex high = low;
+  v[0] = low;
+  for (int i = 1; i < n; i++) {
+    const Vertex now{pixel(px[i]), pixel(py[i])};
+    low.x = std::min(low.x, now.x);
+    low.y = std::min(low.y, now.y);
+    high.x = std::max(high.x, now.x);
+    high.y = std::max(high.y, now.y);
+    v[i] = now;
+  }
+  // Most bins of a fine product lie between the pixels' centres, or beside the picture.
+  if (low.x == high.x || low.y == high.y || high.x <= t.x1 || low.x >= t.x2 || high.y <= t.y1 ||
+      low.y >= t.y2) {
+    return;
+  }
+  if (n != 4 || high.y - low.y > QUAD_ROWS) {
+    fillSmall(t, p, v, n);
+    return;
+  }
+  const bool flat_first =
+      v[0].y == v[1].y && v[1].x == v[2].x && v[2].y == v[3].y && v[3].x == v[0].x;
+  const bool steep_first =
+      v[0].x == v[1].x && v[1].y == v[2].y && v[2].x == v[3].x && v[3].y == v[0].y;
+  if (flat_first || steep_first) {
+    fillBox(t, p, low, high);
+  } else {
+    fillQuad(t, p, v, low.y, high.y);
+  }
+}
+
 int Raster::drawFill(int element, const Points& points) {
-  const Target t = target(true);
+  const Target& t = target();
   const int n = points.getNum();
   if (t.pixels == nullptr || n < 1) return 0;
   const Pen& p = pen(element);
   const float* px = points.xs();
   const float* py = points.ys();
   if (n <= SMALL_POLYGON) {
-    Vertex v[SMALL_POLYGON];
-    for (int i = 0; i < n; i++) v[i] = {pixel(px[i]), pixel(py[i])};
-    fillSmall(t, p, v, n);
+    fillFew(t, p, px, py, n);
     return 1;
   }
   vertices.resize(static_cast<size_t>(n));
@@ -385,7 +463,7 @@ int Raster::drawFill(int element, const Points& points) {
 }
 
 int Raster::clearRect(const Rect& rect) {
-  const Target t = target(false);
+  const Target t = unclipped();
   if (t.pixels == nullptr) return 0;
   Pen p;
   p.color = static_cast<uint32_t>(bg_color);
@@ -604,7 +682,7 @@ void Raster::wideLine(const Target& t, const Pen& p, bool text) {
 
 /** Draws the vertices with an element's pen. */
 void Raster::strokeLine(int element) {
-  const Target t = target(true);
+  const Target& t = target();
   Pen p = pen(element);
   if (t.x1 >= t.x2 || t.y1 >= t.y2) return;
   if (p.width > 0) {
@@ -641,7 +719,7 @@ int Raster::drawLine(int element, const Points& points) {
 // Images.
 
 int Raster::paintImage(Image& image, const ImagePlace& place) {
-  const Target t = target(!place.masked);
+  const Target t = place.masked ? unclipped() : target();
   if (t.pixels == nullptr) return 0;
   // As a window does it: no more of the image than the clip is large.
   const int columns = std::min({image.getWidth(), clip.width, t.x2 - place.x});

@@ -52,7 +52,7 @@ class Raster : public ScreenDevice {
   void freePixmap(unsigned long pixmap) override;
   void copyPixmap(unsigned long to, unsigned long from) override;
   void fillPixmap(unsigned long pixmap, int color) override;
-  void applyClip() override {}
+  void applyClip() override { painted = 0; }
   int paintImage(Image& image, const ImagePlace& place) override;
   void showTitle(const char* text) override;
 
@@ -94,12 +94,16 @@ class Raster : public ScreenDevice {
   };
 
   Pen& pen(int element);
-  [[nodiscard]] Target target(bool clipped);
+  [[nodiscard]] const Target& target();
+  [[nodiscard]] Target unclipped();
   [[nodiscard]] Pixmap* find(unsigned long pixmap);
   static bool setEdge(const Vertex& a, const Vertex& b, const Target& t, Edge& edge);
   static void advance(Edge& edge);
   static void paintSpan(const Target& t, const Pen& p, int y, int x1, int x2);
-  void fillSmall(const Target& t, const Pen& p, const Vertex* v, int n);
+  static void fillBox(const Target& t, const Pen& p, const Vertex& a, const Vertex& b);
+  static void fillFew(const Target& t, const Pen& p, const float* px, const float* py, int n);
+  static void fillQuad(const Target& t, const Pen& p, const Vertex* v, int high, int low);
+  static void fillSmall(const Target& t, const Pen& p, const Vertex* v, int n);
   void fillLarge(const Target& t, const Pen& p, const Vertex* v, size_t n);
   static void thinLine(const Target& t, const Pen& p, const Vertex& a, const Vertex& b, bool last,
                        int& dash);
@@ -113,6 +117,8 @@ class Raster : public ScreenDevice {
                          double& done);
   void strokeLine(int element);
 
+  Target clipped;               ///< of the pixmap painted on
+  unsigned long painted = 0;    ///< that pixmap, 0 if clipped has to be worked out anew
   std::vector<Pixmap> pixmaps;  ///< by their number less 1
   std::array<Pen, 5> pens;      ///< by element, 0 for what is none
   std::vector<Vertex> vertices;

@@ -113,9 +113,10 @@ class ScreenDevice : public Device, public Listener {
 
   /** A coordinate as a pixel: 0.5 added, truncated toward zero, held within 16 bits. */
   static int pixel(float v) {
-    constexpr float limit = 32767.0F;
-    if (!(v > -limit)) return -32767;
-    const float moved = 0.5F + (v < limit ? v : limit - 1.0F);
+    constexpr float limit = 32766.0F;
+    v = v > -limit ? v : -limit;
+    v = v < limit ? v : limit;
+    const float moved = 0.5F + v;
     return static_cast<int>(moved);
   }
   /** Pixels of a line width. */

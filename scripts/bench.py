@@ -11,6 +11,7 @@ import statistics
 import struct
 import subprocess
 import sys
+import time
 import zlib
 
 runs = max(7, int(sys.argv[1]))
@@ -96,7 +97,7 @@ def pictures(empty):
     display = os.environ.get("DISPLAY")
     for name, what in PRODUCTS:
         file = os.path.join(products, name + ".nids")
-        for look, args in (("bare", ["-dr", "none,+data", "-pa", "nobord"]), ("full", [])):
+        for look, args in (("bare", ["-dr", "plot,data", "-pa", "nobord"]), ("full", [])):
             width, height = dump_pixels(file, args)
             for kind, pixels in (("png", "picture.rgb"), ("gif", "picture.ind")):
                 draw = [program, "-in", "nids", file, "-df", config, "-ou", f"{kind}:/dev/null", *args]
@@ -120,6 +121,38 @@ def pictures(empty):
           "\nlabels, border and bar; window: on the display of Xvfb.")
 
 
+def loop():
+    """A loop of 24 frames in a window: when the first one shows, and what it takes."""
+    if not os.environ.get("DISPLAY"):
+        return
+    frames = 24
+    with open(os.path.join(products, "radial16.nids"), "rb") as product:
+        data = product.read()
+    for i in range(frames):
+        with open(os.path.join(products, f"loop_20250430_{i // 12:02d}{i % 12 * 5:02d}.nids"), "wb") as file:
+            file.write(data)
+    with open(os.path.join(products, "loop.cnv"), "w") as convention:
+        convention.write(f"nids {products}/loop_%Y%m%d_%h%n.nids - nids min=5\n")
+    command = ["stdbuf", "-oL", program, "-in", "nids", "-nc", os.path.join(products, "loop.cnv"), "-df", config,
+               "-cu", "#202504300155", "-pa", f"nf={frames},linc=5"]
+    start = time.perf_counter()
+    run = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+    drawn = []
+    for line in run.stdout:
+        if line.startswith("Plotting for"):
+            drawn.append(time.perf_counter() - start)
+            if len(drawn) == frames:
+                break
+    time.sleep(1)
+    with open(f"/proc/{run.pid}/status") as status:
+        memory = next(int(line.split()[1]) for line in status if line.startswith("VmHWM"))
+    run.kill()
+    run.wait()
+    # A frame shows when the next one is begun.
+    print(f"\nloop of {frames} frames in a window: first frame after {drawn[1] * 1e3:.0f} ms, all after "
+          f"{drawn[-1] * 1e3:.0f} ms, {memory / 1024:.1f} MB (scripts/bench.sh --parts: time to show a frame)")
+
+
 def main():
     base = measure({"empty": [bare, "empty"], "help": [program, "-h", "-df", config]})
     empty = base["empty"][0]
@@ -127,26 +160,31 @@ def main():
     print(f"empty process            {empty * 1e3:8.2f}")
     print(f"scopeview -h             {base['help'][0] * 1e3:8.2f}   {base['help'][0] / empty:5.2f} x empty\n")
     head = f"{'product':30} {'device':6} {'polygons':>8} {'read':>7} {'print':>7} {'own':>8} {'/floor':>7}"
-    print(f"{head} {'reproj':>8} {'/own':>6} {'MB':>6}")
+    print(f"{head} {'reproj':>8} {'/own':>6} {'+map':>6} {'MB':>6}")
     for name, what in PRODUCTS:
         file = os.path.join(products, name + ".nids")
         other = OTHER_PROFILE if name == "profile" else OTHER
         count = polygons(file, [])
         for device, args in DEVICES:
-            draw = [program, "-in", "nids", file, "-df", config, *args.split()]
+            mapped = [program, "-in", "nids", file, "-df", config, *args.split()]
+            draw = [*mapped, "-dr", "plot,data,text"]
             got = measure({
                 "read": [bare, "read", file],
                 "print": [bare, "print", str(count), device],
                 "own": draw,
                 "reproj": [*draw, "-pd", other],
+                "map": mapped,
             })
-            read, bare_print, own, reproj = (got[k][0] for k in ("read", "print", "own", "reproj"))
+            read, bare_print, own, reproj, with_map = (got[k][0] for k in ("read", "print", "own", "reproj", "map"))
             floor = bare_print + read - empty
             print(f"{what:30} {device:6} {count:8d} {read * 1e3:7.2f} {bare_print * 1e3:7.2f} {own * 1e3:8.2f} "
-                  f"{own / floor:7.2f} {reproj * 1e3:8.2f} {reproj / own:6.2f} {got['own'][1] / 1024:6.1f}")
+                  f"{own / floor:7.2f} {reproj * 1e3:8.2f} {reproj / own:6.2f} {(with_map - own) * 1e3:6.2f} "
+                  f"{got['map'][1] / 1024:6.1f}")
     print("\nread: reading and bare decompression; print: a bare loop that prints as many polygons with"
-          "\nstd::to_chars; floor: read + print - empty; reproj: the same product on a Lambert map.")
+          "\nstd::to_chars; floor: read + print - empty; reproj: the same product on a Lambert map; +map: what the"
+          "\ndefault map adds to own; MB: with it.")
     pictures(empty)
+    loop()
 
 
 main()

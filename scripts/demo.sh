@@ -24,14 +24,13 @@ mkdir -p build/demo
 
 # One picture a product, named after it.
 name=$(basename "$file" .nids | tr -c 'A-Za-z0-9_\n-' _ | cut -c1-40)
-page=build/demo/$name.ps
 picture=build/demo/$name.png
-rm -f "$page" "$picture"
-build/release/src/scopeview -in nids "$file" -df build/release/etc -de "ps,$page,color"
-if [[ ! -s $page ]]; then
+rm -f "$picture"
+build/release/src/scopeview -in nids "$file" -df build/release/etc -de raster -ge 960x768 -ou "png:$picture"
+if [[ ! -s $picture ]]; then
   echo "demo: $file gave no picture" >&2
   exit 1
 fi
-gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=png16m -r100 -dTextAlphaBits=4 -dGraphicsAlphaBits=2 \
-  -sOutputFile="$picture" "$page"
-echo "The picture of $file is $root/$picture (as PostScript: $root/$page)"
+echo "The picture of $file is $root/$picture"
+echo "For a window with zoom (Alt-z), pan (Alt-p) and a loop, on a display:"
+echo "  $root/build/release/src/scopeview -in nids $file -df $root/build/release/etc"

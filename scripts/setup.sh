@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   g++ cmake ninja-build ccache python3
-  zlib1g-dev libbz2-dev libpng-dev libx11-dev
+  zlib1g-dev libbz2-dev libpng-dev libx11-dev libxml2-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   clang clang-tidy clang-format libclang-rt-14-dev
   ghostscript xvfb xdotool giflib-tools libgif-dev pngcheck

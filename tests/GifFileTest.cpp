@@ -265,12 +265,13 @@ TEST(GifFileTest, DamagedFilesGiveWhatIsThere) {
   EXPECT_EQ(read(dir, "GIX89a", 0).getWidth(), 0);
   EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("GIF_read: Not a GIF file\n"));
 
-  // Prefixes in a circle: 100 for the entry of code 6, then 6 for the entry of code 100.
-  std::vector<int> circle{256, 1, 400};
-  for (int i = 0; i < 250; i++) circle.push_back(258 + i % 240);
-  circle.insert(circle.end(), {400, 259, 400, 258});
-  const Image round = read(dir, file(8, 8, "", "\x08" + codes(circle, 9)));
-  EXPECT_EQ(round.getVal(0, 0), 1);
+  // Prefixes in a circle: 400 ahead of its time becomes the prefix of 259, and 259 that of 400.
+  std::vector<int> circle{256, 1, 400, 1};
+  circle.insert(circle.end(), 139, 1);
+  circle.insert(circle.end(), {259, 1, 259, 2, 2});
+  const Image round = read(dir, file(16, 16, "", "\x08" + codes(circle, 9)));
+  EXPECT_EQ(round.getVal(145 % 16, 145 / 16), 1);
+  EXPECT_EQ(round.getVal(146 % 16, 146 / 16), 0) << "the end";
   // More codes than the table takes, without a clear code: the only damage that fails.
   std::vector<int> many{8};
   int next = 10;

@@ -110,6 +110,23 @@ TEST(ImageTest, StoresPixelsOfEachWidthAndOrder) {
   }
 }
 
+TEST(ImageTest, GivesRowsInPlaceAndAsBytes) {
+  std::vector<unsigned char> buffer;
+  Image image = make({{1, 2}, {3, 4}});
+  EXPECT_EQ(image.getBytes(1, buffer), image.findRow(1)) << "nothing is copied";
+  EXPECT_EQ(image.findRow(1)[1], 4);
+  EXPECT_EQ(image.findRow(2), nullptr);
+  EXPECT_EQ(image.findRow(-1), nullptr);
+  image.setWidth(3);
+  EXPECT_EQ(image.getBytes(1, buffer)[2], 0) << "a header wider than the store";
+  EXPECT_EQ(make({{0x1ff, 0x102}}, 16).getBytes(0, buffer)[1], 2);
+  EXPECT_EQ(buffer[0], 255);
+  Domain domain = latLon(40, -90, 50, 60, 1);
+  image.bindDomain(domain);
+  EXPECT_EQ(image.getWidth(), 3);
+  EXPECT_EQ(image.getDomainVal().nx, 50);
+}
+
 // Deliberate: a pixel of 16 bits for a device has its most significant byte first in any case.
 TEST(ImageTest, SixteenBitPixelsIgnoreTheByteOrder) {
   Image image = make({{0, 0x1234}}, 16);

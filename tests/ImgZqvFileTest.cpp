@@ -239,7 +239,7 @@ TEST(ImgZqvFileTest, PixelsAreWrittenOfPlainImagesOnly) {
   EXPECT_EQ(file.read(dir.at("a.img").c_str(), back), 1);
   EXPECT_EQ(back.getDomainVal().nx, 4);
   EXPECT_EQ(pixels(back), pixels(image));
-  EXPECT_EQ(file.write(dir.at("no/such\0").c_str(), 1, image), 1) << "directories are made";
+  EXPECT_EQ(file.write(dir.at("no/such").c_str(), 1, image), 1) << "directories are made";
   EXPECT_EQ(file.write("/dev/full", 1, image), 0);
   EXPECT_EQ(file.write(image), 0) << "not open";
 }

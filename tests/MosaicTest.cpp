@@ -23,8 +23,8 @@ std::string bytes(std::initializer_list<int> list) {
 }
 
 std::vector<int> rowOf(const Image& image, int y, int n) {
-  std::vector<int> row;
-  for (int x = 0; x < n; x++) row.push_back(image.getVal(x, y));
+  std::vector<int> row(static_cast<size_t>(n));
+  for (int x = 0; x < n; x++) row[static_cast<size_t>(x)] = image.getVal(x, y);
   return row;
 }
 

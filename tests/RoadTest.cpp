@@ -9,7 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include "Image.h"
+#include "ImageFile.h"
 #include "NidsMaker.h"
+#include "RGB.h"
 #include "Run.h"
 #include "TempDir.h"
 
@@ -368,6 +371,30 @@ TEST_F(RoadTest, SiteMarkAndRings) {
   EXPECT_TRUE(marked);
 }
 
+TEST_F(RoadTest, MapsLieUnderAndOverTheData) {
+  // A line of three points along the radar's parallel, for each of the three places of a map.
+  dir.write("a.map", "3 0 0 0 0 1\n35.333 -98.0 35.333 -97.278 35.333 -97.0\n");
+  const OwnPage page(460, 1);
+  const auto sequence = [&](const std::string& args) {
+    std::string kinds;
+    for (const Record& r : draw(radialProduct(), args)) {
+      const bool is_bin = !bins({r}, bottomOf(page)).empty();
+      if (is_bin && (kinds.empty() || kinds.back() != 'b')) {
+        kinds += 'b';
+      } else if (r.kind == 'L' && r.points.size() == 3 && std::fabs(r.points[1].x - 0.5) < 2e-3 &&
+                 std::fabs(r.points[1].y - 0.5) < 2e-3) {
+        kinds += 'm';
+      }
+    }
+    return kinds;
+  };
+  EXPECT_EQ(sequence("-mf ./a.map"), "bm");
+  EXPECT_EQ(sequence("-mf +./a.map,-./a.map"), "mbm");
+  EXPECT_EQ(sequence("-mf ./a.map,./a.map,-./a.map,+./a.map"), "mbmmm");
+  EXPECT_EQ(sequence("-mf ./a.map -va map"), "b") << "the map is one of the variables";
+  EXPECT_EQ(sequence("-mf ./a.map -dr plot"), "b");
+}
+
 TEST_F(RoadTest, BrokenProductsEndCalmly) {
   NidsMaker maker = radialProduct();
   maker.layers.push_back(NidsMaker::winds({{1, 2, 3, 4, 5}}));
@@ -426,6 +453,47 @@ TEST_F(RoadTest, ImageFilesNeedNoDisplay) {
   run = runScopeview(dir, "-in nids a.nids -ou d.png -de rasterx", none);
   EXPECT_EQ(run.err, "XWindow: unable to connect to display\n") << "another word is the display";
   EXPECT_EQ(dir.read("d.png"), "");
+}
+
+TEST_F(RoadTest, APictureLiesOnTheMapWhereItWasTaken) {
+  NidsMaker maker;
+  std::vector<NidsMaker::Radial> list(360, {0.0, 1.0, std::vector<int>(40, 6)});
+  for (size_t i = 0; i < list.size(); i++) list[i].ang0 = static_cast<double>(i);
+  maker.layers = {NidsMaker::radials(list)};
+  dir.write("a.nids", maker.build());
+  const auto picture = [&](const std::string& args, const char* name) {
+    run = runScopeview(
+        dir, "-in nids a.nids -de raster -pa full,nobord -ge 300x200 " + args + " -ou gif:" + name);
+    Image image;
+    EXPECT_GT(ImageFile().read(dir.at(name).c_str(), image), 0) << run.err;
+    return image;
+  };
+  const Image taken = picture("-dr plot", "a.gif");
+  const Image laid = picture("-dr grid -mf a.gif", "b.gif");
+  const Image elsewhere = picture("-dr grid -mf a.gif -pd latlon,35.333,-99,61,41,.1,.1", "c.gif");
+  int echo = 0;
+  int same = 0;
+  int west = 0;
+  int east = 0;
+  RGB a;
+  RGB b;
+  // The colour bar of a full page is a line along its lower edge.
+  for (int y = 0; y < taken.getHeight() - 3; y++) {
+    for (int x = 0; x < taken.getWidth(); x++) {
+      taken.getRGB(x, y, a);
+      laid.getRGB(x, y, b);
+      echo += a.isBlack() ? 0 : 1;
+      same += !a.isBlack() && a.red == b.red && a.grn == b.grn && a.blu == b.blu ? 1 : 0;
+      elsewhere.getRGB(x, y, b);
+      (x < taken.getWidth() / 2 ? west : east) += b.isBlack() ? 0 : 1;
+    }
+  }
+  EXPECT_GT(echo, 50);
+  EXPECT_GE(same, echo - 5);
+  EXPECT_EQ(west, 0) << "the radar stands east of this map's middle";
+  EXPECT_GT(east, 500);
+  run = runScopeview(dir, "-in nids a.nids -de raster -ou gif:d.gif -mf none.gif,if:none.gif");
+  EXPECT_EQ(run.err, "Map image not found: none.gif\n") << "once, and not for one of the page";
 }
 
 TEST_F(RoadTest, HelpListsEveryOptionAndEnds) {
@@ -530,7 +598,7 @@ TEST_F(RoadTest, StormsStandAtTheirAzimuthAndRange) {
   // Tracks: two hours of movement along the turned meridian of the storm, drawn with the map's
   // factor at the radar. Three strokes across and a head of two.
   std::vector<Record> lines;
-  for (const Record& r : draw(maker, "-va track")) {
+  for (const Record& r : draw(maker, "-va track -mf none")) {
     if (r.kind == 'L' && r.points.size() == 2 && inside(r.points[0])) {
       lines.push_back(r);
     }
