@@ -2,6 +2,7 @@
 
 #include "Lev2File.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <string_view>
@@ -22,7 +23,8 @@ void readGates(Lev2File& file, int type, bool by_gate) {
     return;
   }
   if (by_gate) {
-    for (int i = 0; i < file.getNumData(); i++) {
+    constexpr int most = 3000;  // more behind the data is only more time
+    for (int i = 0; i < std::min(file.getNumData(), most); i++) {
       sink = Tools::cut(static_cast<double>(file.getData()));
     }
     return;
