@@ -2,6 +2,7 @@
 //
 //   bare empty                 starts and ends
 //   bare read FILE             reads a product and decompresses what is compressed, nothing more
+//   bare chain FILE N          decompresses the first N records of a Level II volume
 //   bare print N ps|meta|hpgl  prints N five-cornered polygons with std::to_chars, as the device
 //   has them bare spawn COMMAND...      runs a command, its output dropped, and prints its seconds
 //   and kilobytes; a small
@@ -56,6 +57,42 @@ size_t inflateAll(std::vector<char>& bytes) {
       BZ2_bzDecompressEnd(&bz);
       return total;
     }
+  }
+  return total;
+}
+
+/** Decompresses the first records of a Level II volume, read as far. @return bytes that came out */
+size_t inflateChain(const char* name, int records) {
+  constexpr int head = 24;
+  std::ifstream file(name, std::ios::binary);
+  file.seekg(head);
+  std::vector<char> in;
+  std::vector<char> out(200000);
+  size_t total = 0;
+  for (int i = 0; i < records; i++) {
+    unsigned char word[4] = {};
+    if (!file.read(reinterpret_cast<char*>(word), sizeof(word))) {
+      break;
+    }
+    const int length = static_cast<int>(static_cast<unsigned>(word[0]) << 24U | word[1] << 16 |
+                                        word[2] << 8 | word[3]);
+    in.resize(static_cast<size_t>(std::abs(length)));
+    file.read(in.data(), static_cast<std::streamsize>(in.size()));
+    bz_stream bz{};
+    BZ2_bzDecompressInit(&bz, 0, 0);
+    bz.next_in = in.data();
+    bz.avail_in = static_cast<unsigned>(in.size());
+    int stat = BZ_OK;
+    while (stat == BZ_OK) {
+      bz.next_out = out.data();
+      bz.avail_out = static_cast<unsigned>(out.size());
+      stat = BZ2_bzDecompress(&bz);
+      total += out.size() - bz.avail_out;
+      if (bz.avail_in == 0 && bz.avail_out > 0) {
+        break;
+      }
+    }
+    BZ2_bzDecompressEnd(&bz);
   }
   return total;
 }
@@ -158,6 +195,9 @@ int main(int argc, char** argv) {
   if (what == "read" && argc > 2) {
     std::vector<char> bytes = slurp(argv[2]);
     return bytes.size() + inflateAll(bytes) > 0 ? 0 : 1;
+  }
+  if (what == "chain" && argc > 3) {
+    return inflateChain(argv[2], std::atoi(argv[3])) > 0 ? 0 : 1;
   }
   if (what == "spawn" && argc > 2) {
     return spawn(argv + 2);

@@ -71,11 +71,6 @@ int addUsed(int num, int n) {
   return std::min(num + n, max_len + 1);
 }
 
-bool isDebug(int level) {
-  constexpr int first_debug = 12;
-  return Zqv::checkMessage(first_debug + level);
-}
-
 /** A data level word: the value in the low byte, and flags above it. */
 float decodeLevel(int i, int word) {
   const int low = word & 0xFF;
@@ -337,7 +332,7 @@ void NidsFile::refillZlib() {
   for (;;) {
     const int unread = in.getAvail();
     zs.decomp(in, buf);
-    if (isDebug(3)) {
+    if (Zqv::checkDebug(3)) {
       zs.print();
     }
     const bool stuck = in.getAvail() == unread;
@@ -371,7 +366,7 @@ void NidsFile::refillBZlib() {
     if (stuck && buf.getAvail() == 0) {
       return;
     }
-    if (isDebug(3)) {
+    if (Zqv::checkDebug(3)) {
       bz.print();
     }
     if (file.endFile()) {
@@ -609,7 +604,7 @@ void NidsFile::decodeLevels() {
   };
   thres.fill(0);
   levels_made = false;
-  if (isDebug(3)) {
+  if (Zqv::checkDebug(3)) {
     for (size_t i = 0; i < ithres.size(); ++i) {
       Zqv::outDebug(3, "THRES #%d: %2X\n", static_cast<int>(i),
                     static_cast<unsigned>(ithres[i] & 0xFFFF));
@@ -756,7 +751,7 @@ int NidsFile::readHeader(NidsInfo& info) {
   setCellSize();
   setSize();
   settleDomain();
-  if (isDebug(2)) {
+  if (Zqv::checkDebug(2)) {
     dom.print();
   }
   setExtremes();

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "CellPainter.h"
 #include "CityTool.h"
-#include "ColorFile.h"
 #include "ColorFill.h"
 #include "ColorMap.h"
 #include "Convert.h"
@@ -35,7 +35,6 @@ namespace {
 
 constexpr const char* site_file = "rad.cty";
 constexpr const char* variable_file = "nidsplot.var";
-constexpr float overlap = 0.01F;  // degrees, closes the hairline between neighbouring radials
 constexpr float text_size = 8.0F;
 constexpr float barb_size = 20.0F;
 constexpr int page_side = 512;      // pixels of a page of tables
@@ -59,10 +58,6 @@ constexpr const char* precip_fill =
 constexpr const char* storm_velocity_fill =
     "-50:lblue,-40:cyan,-30:lcyan,-22:green,-10:lgreen,-5:dgray,-1:off,0:lgray,5:yellow,10:brown,"
     "22:lred,30:red,40:lmagenta,50:magenta";
-constexpr const char* velocity_fill =
-    "-70:blue,-63:lblue,-49:cyan,-35:lcyan,-25:green,-19:lgreen,-9:dgray,0:off,1:lgray,10:yellow,"
-    "20:brown,26:lred,36:red,50:lmagenta,64:magenta";
-
 /** Units of the storm variables, as the tables have them. */
 struct StormUnit {
   const char* name;
@@ -71,10 +66,6 @@ struct StormUnit {
 constexpr StormUnit storm_units[] = {
     {"poh", "%"},       {"posh", "%"},     {"hsize", "in"}, {"vil", "kg/m^2"}, {"dbzm", "dBZ"},
     {"dbzht", "100ft"}, {"ctop", "100ft"}, {"cdir", "deg"}, {"cspd", "knt"},   {"cmvmt", "knt"}};
-
-bool isPresent(const char* text) {
-  return text != nullptr;
-}
 
 /** A probability of hail: the number, and a sign for the likely ones. */
 void setHail(Datum& datum, int percent) {
@@ -92,9 +83,9 @@ void setHail(Datum& datum, int percent) {
 
 }  // namespace
 
-/** What one image layer is drawn with: the plot, both planes, the fill, and the polygon at hand. */
-struct NidsPlot::Painter {
-  explicit Painter(Plot& on) : plot(on) {}
+/** What one image layer is drawn with. */
+struct NidsPlot::Painter : CellPainter {
+  using CellPainter::CellPainter;
 
   /** Where a level lands in the fill. */
   struct Level {
@@ -124,17 +115,6 @@ struct NidsPlot::Painter {
     plot.setFill(*level.attr);
   }
 
-  /** From the product's plane to the plot's. A place that the plot can't show has a missing x. */
-  Point toPlot(float x, float y) {
-    EarthPoint e;
-    Point p;
-    product.tran(Point(x, y), e);
-    if (e.lat == Const::FMISS || plot.tran(e, p) == 0) {
-      return {};
-    }
-    return p;
-  }
-
   /** Corners along one edge of a row of cells, in the plot's plane, each worked out when it is
    * first asked for. */
   class RowEdge {
@@ -159,32 +139,9 @@ struct NidsPlot::Painter {
     std::vector<bool> known;
   };
 
-  /** Fills the polygon of four corners, each already in the plot's plane. */
-  void fillCorners(const Point& a, const Point& b, const Point& c, const Point& d) {
-    if (a.x == Const::FMISS || b.x == Const::FMISS || c.x == Const::FMISS || d.x == Const::FMISS) {
-      return;
-    }
-    float* px = poly.xs();
-    float* py = poly.ys();
-    px[0] = px[4] = a.x;
-    py[0] = py[4] = a.y;
-    px[1] = b.x;
-    py[1] = b.y;
-    px[2] = c.x;
-    py[2] = c.y;
-    px[3] = d.x;
-    py[3] = d.y;
-    plot.drawFill(poly);
-  }
-
-  Plot& plot;
-  Domain product;
-  Point centre;
-  bool same_proj = false;
   ColorFill fill;
   PlotAttr data_attr;
   PlotAttr grid_attr;
-  Points poly{5};
   std::array<Level, 256> levels{};
   const PlotAttr* filled = nullptr;  ///< attributes that the plot has, while bins are drawn
 };
@@ -209,7 +166,7 @@ int NidsPlot::init() {
   draw_plot = true;
   draw_data = true;
   NidsPlot::setNameConv("nids");
-  NidsPlot::setFile();
+  setFile();
   if (isPresent(Zqv::getResrc("color_fill"))) {
     setColorFill(Zqv::getResrc("color_fill"));
   }
@@ -228,36 +185,14 @@ int NidsPlot::init() {
   return NidsPlot::setParam(Zqv::getResrc("parameter"));
 }
 
-int NidsPlot::setFile() {
-  if (isPresent(Zqv::getResrc("input"))) {
-    setInput(Zqv::getResrc("input"));
-  }
-  if (isPresent(Zqv::getResrc("in_file"))) {
-    setNameConv(Zqv::getResrc("in_file"));
-  }
-  if (isPresent(Zqv::getResrc("hour"))) {
-    setHour(Zqv::getResrc("hour"));
-  }
-  if (isPresent(Zqv::getResrc("num_hour"))) {
-    filename.setNumFiles(Zqv::getResrc("num_hour"));
-  }
-  return 1;
-}
-
 int NidsPlot::setInput(const char* /*name*/) {
   return 1;
 }
 
 int NidsPlot::setNameConv(const char* conv) {
-  const int done = filename.setNameConv(conv);
-  if (!id.empty()) {
-    filename.setKey('i', id.c_str());
-  }
+  const int done = RadarPlot::setNameConv(conv);
   if (!type.empty()) {
     filename.setKey('t', type.c_str());
-  }
-  if (isPresent(Zqv::getResrc("num_hour"))) {
-    filename.setNumFiles(Zqv::getResrc("num_hour"));
   }
   return done;
 }
@@ -266,33 +201,9 @@ int NidsPlot::setFilename() {
   return filename.setFilePrompt("Enter the NIDS filename: ");
 }
 
-int NidsPlot::setFilename(const char* text) {
-  return filename.setFile(text);
-}
-
-int NidsPlot::setFilename(Date& date) {
-  return filename.setDate(date);
-}
-
-int NidsPlot::setFilename(Date& date, const char* text) {
-  return filename.setDate(date, text);
-}
-
 int NidsPlot::setFilename(const Filename& other) {
   filename = other;
   return 1;
-}
-
-int NidsPlot::setForeTime(const char* /*time*/) {
-  return 1;
-}
-
-void NidsPlot::callback(const char* /*name*/, const char* /*data*/, const void* /*source*/) {}
-
-int NidsPlot::setId(const char* text) {
-  constexpr size_t max_id = 4;
-  id = StrLib::acopy(text).substr(0, max_id);
-  return filename.setKey('i', id.c_str());
 }
 
 int NidsPlot::setType(const char* text) {
@@ -303,14 +214,6 @@ int NidsPlot::setType(const char* text) {
 
 int NidsPlot::setVariable(const char* text) {
   return variable.copy(StrLib::valid(text, ""));
-}
-
-int NidsPlot::setColorTable(const char* text) {
-  return color_table.copy(StrLib::valid(text, ""));
-}
-
-int NidsPlot::setColorFill(const char* text) {
-  return color_fill.copy(StrLib::valid(text, ""));
 }
 
 int NidsPlot::setColor(const char* text) {
@@ -324,20 +227,6 @@ int NidsPlot::setMap(int flag) {
 
 int NidsPlot::getInfo(NidsInfo& out) const {
   out = info;
-  return 1;
-}
-
-/** Radii behind "dist" or "distm": 100 without a value, else up to four. */
-int NidsPlot::takeRings(const Strings& items, int i, int key_length, bool nautical) {
-  std::array<float, num_rings> given{100.0F, 0.0F, 0.0F, 0.0F};
-  int n = 1;
-  if (items.getLength(i) > key_length) {
-    n = items.scanf(i, key_length + 1, "%f:%f:%f:%f", &given[0], &given[1], &given[2], &given[3]);
-  }
-  for (int k = 0; k < n; k++) {
-    const float radius = given[static_cast<size_t>(k)];
-    plt_dist[static_cast<size_t>(k)] = nautical ? Convert::NMtoKM(radius) : radius;
-  }
   return 1;
 }
 
@@ -375,9 +264,9 @@ int NidsPlot::setParam(const char* text) {
     } else if (items.iequal(i, "site")) {
       plt_site = 1;
     } else if (items.iequal(i, "distm", 5)) {
-      takeRings(items, i, 5, true);
+      takeRings(items, i, 5, true, plt_dist.data());
     } else if (items.iequal(i, "dist", 4)) {
-      takeRings(items, i, 4, false);
+      takeRings(items, i, 4, false, plt_dist.data());
     } else if (items.iequal(i, "map")) {
       map = 1;
     } else if (items.iequal(i, "nodist")) {
@@ -399,17 +288,6 @@ int NidsPlot::setParam(const char* text) {
     }
   }
   return 1;
-}
-
-int NidsPlot::getDate(Date& date) {
-  return filename.getDate(date);
-}
-
-int NidsPlot::getInitDate(Date& date) {
-  if (!filename.isSet()) {
-    filename.setFile("la");
-  }
-  return filename.getDate(date);
 }
 
 int NidsPlot::print() {
@@ -537,23 +415,13 @@ void NidsPlot::chooseFill(ColorMap& colors, ColorFill& fill) const {
 
 int NidsPlot::drawImage(Plot& plot) {
   Painter painter(plot);
-  painter.product.set(nids.getDomainVal());
-  EarthPoint site(info.lat, info.lon);
-  painter.product.tran(site, painter.centre);
+  painter.setDomain(Domain(nids.getDomainVal()), EarthPoint(info.lat, info.lon));
   const bool wanted = draw_plot;
   draw_plot = draw_plot && plot.isDrawing(0);
-  painter.same_proj = DomainVal::compareProj(plot.getDomainVal(), painter.product);
-  if (color_table.valid()) {
-    ColorMap table;
-    ColorFile::read(color_table.get(), table);
-    plot.setColorMap(table);
-  }
+  readColorTable(plot);
   chooseFill(plot.getColorMap(), painter.fill);
   painter.data_attr = dataAttr(plot);
   painter.grid_attr.set(Zqv::getResrc("color_grid", "red"));
-  for (int i = 0; i < 5; i++) {
-    painter.poly.add(0.0F, 0.0F);
-  }
   walkPackets(painter);
   plot.setTextCharWidth(0.0F);
   addLabels(plot);
@@ -602,8 +470,8 @@ void NidsPlot::drawRadials(Painter& painter) {
   while (nids.readRadial(radial) > 0) {
     const float az = painter.product.adjustDir(radial.ang0, c);
     const double a0 = static_cast<double>(az) * static_cast<double>(Const::DRC);
-    const double a1 =
-        static_cast<double>(az + radial.ang1 + overlap) * static_cast<double>(Const::DRC);
+    const double a1 = static_cast<double>(az + radial.ang1 + CellPainter::overlap) *
+                      static_cast<double>(Const::DRC);
     const float s0 = info.cres * static_cast<float>(std::sin(a0));
     const float c0 = info.cres * static_cast<float>(std::cos(a0));
     const float s1 = info.cres * static_cast<float>(std::sin(a1));

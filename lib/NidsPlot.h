@@ -6,14 +6,11 @@
 
 #include "Const.h"
 #include "DatumPlot.h"
-#include "Drawing.h"
-#include "Filename.h"
-#include "Listener.h"
 #include "NidsFile.h"
 #include "NidsInfo.h"
 #include "Point.h"
+#include "RadarPlot.h"
 #include "String.h"
-#include "Timezone.h"
 #include "Unit.h"
 #include "VarList.h"
 
@@ -30,7 +27,7 @@ class StormAttr;
  * rings, the pages of tables, and what the variables ask for of the storms in the tables. On
  * another projection than the product's every vertex goes through its place on the earth, so that
  * the picture is exact on any map. */
-class NidsPlot : public Drawing, public Listener {
+class NidsPlot : public RadarPlot {
  public:
   NidsPlot() { NidsPlot::init(); }
   explicit NidsPlot(const char* params);
@@ -43,40 +40,24 @@ class NidsPlot : public Drawing, public Listener {
    * the identifier.
    *  @return 1; 0 if there is neither, and the domain stays */
   int getDomain(Domain& domain) override;
-  int setFile() override;
   /** Has nothing to choose. @return 1 */
   int setInput(const char* name) override;
   int setNameConv(const char* conv) override;
+  using RadarPlot::setFilename;
   int setFilename() override;
-  int setFilename(const char* text) override;
-  int setFilename(Date& date) override;
-  int setFilename(Date& date, const char* text) override;
   int setFilename(const Filename& other);
-  int setForeTime(const char* time) override;
   /** Comma-separated items: ct, co(f), va, if, nc, ho, tz, pa, id, ty, plot, data, site, distm,
    * dist, map, nodist, notable, table, clutter, noclutter, ramp. The first row that fits an item
    * acts. @return 1 */
   int setParam(const char* text) override;
-  int getDate(Date& date) override;
-  int getLoopType() override { return 1; }
-  int getInitDate(Date& date) override;
-  int getDateOffset() override { return filename.getOffset(); }
-  int getNumFrames() override { return filename.getNumFiles(); }
-  int getSync() override { return sync; }
   /** @return 1; 0 with a warning if the file can't be opened */
   int draw(Plot& plot) override;
   int print() override;
-  void callback(const char* name, const char* data, const void* source) override;
 
   int setPath(const char* path) { return filename.setPath(path); }
-  int setHour(const char* hour) { return filename.setFixDate(hour); }
-  /** Site identifier, key "i" of the file name, cut at 4 characters. */
-  int setId(const char* text);
   /** Product type, key "t" of the file name, cut at 14 characters. */
   int setType(const char* text);
   int setVariable(const char* text);
-  int setColorTable(const char* text);
-  int setColorFill(const char* text);
   int setColor(const char* text);
   int setMap(int flag);
   /** Draws what the variables ask for of one storm. @return 1 */
@@ -111,11 +92,7 @@ class NidsPlot : public Drawing, public Listener {
   void addLabels(Plot& plot);
   [[nodiscard]] float rampAt(float distance) const;
   [[nodiscard]] PlotAttr dataAttr(Plot& plot) const;
-  int takeRings(const Strings& items, int i, int key_length, bool nautical);
 
-  static constexpr int num_rings = 4;
-
-  std::string id;
   std::string type;
   int plt_site = 0;
   int plt_table = 0;
@@ -124,16 +101,11 @@ class NidsPlot : public Drawing, public Listener {
   bool draw_plot = true;
   bool draw_data = true;
   String variable;
-  String color_table;
-  String color_fill;
   String color;
   int map = 0;
   int clutter_rad = 0;  ///< blanked around the radar: bins of radials, km of rasters
   int ramp_cut = Const::MISS;
   int ramp_len = 0;
-  int sync = 0;
-  Filename filename;
-  Timezone tz;
   NidsFile nids;
   NidsInfo info;
   VarList vars;

@@ -101,6 +101,8 @@ int ScopeView::setInput(const char* name) {
   }
   if (wanted == NIDS) {
     nids.setNameConv("nids");
+  } else if (wanted == LEV2) {
+    lev2.setNameConv("lev2");  // of compressed volumes too
   }
   return 1;
 }
@@ -115,6 +117,8 @@ int ScopeView::setNameConv(const char* conv) {
   }
   if (type == NIDS) {
     nids.setNameConv(conv);
+  } else if (type == LEV2) {
+    lev2.setNameConv(conv);
   }
   return 1;
 }
@@ -122,6 +126,8 @@ int ScopeView::setNameConv(const char* conv) {
 int ScopeView::setHour(const char* hour) {
   if (type == NIDS) {
     nids.setHour(hour);
+  } else if (type == LEV2) {
+    lev2.setHour(hour);
   } else {
     filename.setFixDate(hour);
   }
@@ -131,6 +137,8 @@ int ScopeView::setHour(const char* hour) {
 int ScopeView::setFilename() {
   if (type == NIDS) {
     nids.setFilename();
+  } else if (type == LEV2) {
+    lev2.setFilename();
   } else {
     filename.setFilePrompt("Enter the radar filename: ");
   }
@@ -140,6 +148,8 @@ int ScopeView::setFilename() {
 int ScopeView::setFilename(const char* text) {
   if (type == NIDS) {
     nids.setFilename(text);
+  } else if (type == LEV2) {
+    lev2.setFilename(text);
   } else {
     filename.setFile(text);
   }
@@ -149,6 +159,8 @@ int ScopeView::setFilename(const char* text) {
 int ScopeView::setFilename(Date& date) {
   if (type == NIDS) {
     nids.setFilename(date);
+  } else if (type == LEV2) {
+    lev2.setFilename(date);
   } else {
     filename.setDate(date);
   }
@@ -171,7 +183,9 @@ int ScopeView::setForeTime(const char* /*time*/) {
 }
 
 int ScopeView::getDate(Date& date) {
-  return type == NIDS ? nids.getDate(date) : filename.getDate(date);
+  return type == NIDS   ? nids.getDate(date)
+         : type == LEV2 ? lev2.getDate(date)
+                        : filename.getDate(date);
 }
 
 int ScopeView::getInitDate(Date& date) {
@@ -182,16 +196,22 @@ int ScopeView::getInitDate(Date& date) {
 }
 
 int ScopeView::getDateOffset() {
-  return type == NIDS ? nids.getDateOffset() : filename.getOffset();
+  return type == NIDS   ? nids.getDateOffset()
+         : type == LEV2 ? lev2.getDateOffset()
+                        : filename.getOffset();
 }
 
 int ScopeView::getNumFrames() {
-  return type == NIDS ? nids.getNumFrames() : filename.getNumFiles();
+  return type == NIDS   ? nids.getNumFrames()
+         : type == LEV2 ? lev2.getNumFrames()
+                        : filename.getNumFiles();
 }
 
 int ScopeView::getDomain(Domain& domain) {
   if (type == NIDS) {
     nids.getDomain(domain);
+  } else if (type == LEV2) {
+    lev2.getDomain(domain);
   } else {
     DomainTool::set(domain, "us");
   }
@@ -201,12 +221,14 @@ int ScopeView::getDomain(Domain& domain) {
 int ScopeView::setColorTable(const char* name) {
   color_table.copy(StrLib::valid(name, ""));
   nids.setColorTable(name);
+  lev2.setColorTable(name);
   return 1;
 }
 
 int ScopeView::setColorFill(const char* list) {
   color_fill.copy(StrLib::valid(list, ""));
   nids.setColorFill(list);
+  lev2.setColorFill(list);
   return 1;
 }
 
@@ -222,6 +244,7 @@ int ScopeView::setVariable(const char* text) {
 
 int ScopeView::setMap(int flag) {
   nids.setMap(flag);
+  lev2.setMap(flag);
   return 1;
 }
 
@@ -244,6 +267,7 @@ int ScopeView::setParam(const char* text) {
     }
   }
   nids.setParam(text);
+  lev2.setParam(text);
   return 1;
 }
 
@@ -253,6 +277,8 @@ int ScopeView::draw(Plot& plot) {
   }
   if (type == NIDS) {
     nids.draw(plot);
+  } else if (type == LEV2) {
+    lev2.draw(plot);
   } else {
     Zqv::outWarning("ScopeView: input type %s is not available in this build\n", typeName(type));
   }

@@ -2,6 +2,7 @@
 
 #include "Drawing.h"
 #include "Filename.h"
+#include "Lev2Plot.h"
 #include "Listener.h"
 #include "NidsPlot.h"
 #include "String.h"
@@ -77,6 +78,7 @@ class ScopeView : public Drawing, public Listener {
   String color_table;
   String color_fill;
   NidsPlot nids;
+  Lev2Plot lev2;
   int sync = 0;
 };
 

@@ -100,6 +100,10 @@ bool Zqv::isDebug() {
   return (message_mask >> debug_bits & ((1 << num_debug_bits) - 1)) != 0;
 }
 
+bool Zqv::checkDebug(int n) {
+  return checkMessage(n + debug_bits);
+}
+
 bool Zqv::isDebug(int n) {
   return checkMessage(n + debug_bits + 1);
 }
@@ -138,7 +142,7 @@ int Zqv::outDebug(const char* format, ...) {
 }
 
 int Zqv::outDebug(int n, const char* format, ...) {
-  if (!checkMessage(n + debug_bits)) {
+  if (!checkDebug(n)) {
     return 0;
   }
   va_list args;

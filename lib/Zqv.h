@@ -35,6 +35,8 @@ class Zqv {
   static bool checkMessage(int n);
   /** Any of the debug bits 12 to 19. */
   static bool isDebug();
+  /** outDebug(n) writes. */
+  static bool checkDebug(int n);
   /** Bit n + 12 of the mask, one above what outDebug(n) tests: deliberate. */
   static bool isDebug(int n);
 

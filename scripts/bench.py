@@ -55,19 +55,19 @@ def measure(commands):
     }
 
 
-def polygons(file, args):
+def polygons(file, args, kind="nids"):
     """Polygons that a product gives, counted in its metafile."""
     out = os.path.join(products, "count.meta")
-    subprocess.run([program, "-in", "nids", file, "-df", config, "-de", f"meta,{out}", *args], check=True,
+    subprocess.run([program, "-in", kind, file, "-df", config, "-de", f"meta,{out}", *args], check=True,
                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     with open(out) as records:
         return sum(line.startswith("F ") for line in records)
 
 
-def dump_pixels(file, args):
+def dump_pixels(file, args, kind="nids"):
     """Draws a product and leaves its pixels for the floors. Returns width and height."""
     out = os.path.join(products, "picture.png")
-    subprocess.run([program, "-in", "nids", file, "-df", config, "-de", "raster", "-ou", f"png:{out}", *args],
+    subprocess.run([program, "-in", kind, file, "-df", config, "-de", "raster", "-ou", f"png:{out}", *args],
                    check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     with open(out, "rb") as picture:
         data = picture.read()
@@ -119,6 +119,38 @@ def pictures(empty):
                 print(f"{line} {got['raster'][1] / 1024:6.1f}")
     print("\nwrite: the same pixels with libpng or giflib; floor: read + write - empty; bare: data alone, full: with"
           "\nlabels, border and bar; window: on the display of Xvfb.")
+
+
+def volumes(empty):
+    """Cuts of a Level II volume: beside the decompression of its records up to the end of the cut."""
+    print(f"\n{'cut of a volume':30} {'device':6} {'polygons':>8} {'unzip':>7} {'write':>7} {'own':>8} {'/floor':>7}"
+          f" {'/unzip':>7} {'reproj':>8} {'/own':>6} {'MB':>6}")
+    file = os.path.join(products, "volume.lev2")
+    records = 6  # of each cut
+    # The record behind a cut tells that it has ended.
+    for cut, ends, what, more in (("ref1", 1, "first of 6, 720 x 1832", []), ("vel2", 2, "second, velocity", []),
+                                  ("ref6", 6, "last", []), ("ref1", 6, "first, the whole walked", ["-me", "+out4"])):
+        draw = [program, "-in", "lev2z", "-va", cut, file, "-df", config, *more, "-dr", "plot,data,text"]
+        count = polygons(file, draw[7:] + draw[3:5], "lev2z")
+        width, height = dump_pixels(file, draw[7:] + draw[3:5], "lev2z")
+        for device, args in (*DEVICES[:2], ("png", "-de raster -ou png:/dev/null")):
+            write = [bare, "print", str(count), device]
+            if device == "png":
+                write = [bare_picture, "png", os.path.join(products, "picture.rgb"), str(width), str(height)]
+            got = measure({
+                "unzip": [bare, "chain", file, str(min(ends * records + 1, 6 * records))],
+                "write": write,
+                "own": [*draw, *args.split()],
+                "reproj": [*draw, *args.split(), "-pd", OTHER],
+            })
+            unzip, writing, own, reproj = (got[k][0] for k in ("unzip", "write", "own", "reproj"))
+            floor = unzip + writing - empty
+            print(f"{what:30} {device:6} {count:8d} {unzip * 1e3:7.2f} {writing * 1e3:7.2f} {own * 1e3:8.2f} "
+                  f"{own / floor:7.2f} {own / unzip:7.2f} {reproj * 1e3:8.2f} {reproj / own:6.2f} "
+                  f"{got['own'][1] / 1024:6.1f}")
+    print("\nunzip: bare bzip2 of the records up to the end of the cut; write: a bare loop that prints as many"
+          "\npolygons, or the same pixels with libpng; floor: unzip + write - empty; whole walked: by a message level"
+          "\nthat has lines for every radial.")
 
 
 def loop():
@@ -184,6 +216,7 @@ def main():
           "\nstd::to_chars; floor: read + print - empty; reproj: the same product on a Lambert map; +map: what the"
           "\ndefault map adds to own; MB: with it.")
     pictures(empty)
+    volumes(empty)
     loop()
 
 

@@ -1,6 +1,8 @@
 // The whole road: a generated product in, the metafile out, places and colours checked against the
 // geometry of the radar worked out here on its own.
 
+#include "Road.h"
+
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -18,7 +20,6 @@ using namespace ZQV;
 
 namespace {
 
-constexpr double rad = 3.14159265358979 / 180;
 constexpr double earth = 63.7122;  // 100 km
 constexpr double lat = 35.333;
 constexpr double lon = -97.278;
@@ -62,31 +63,6 @@ Place earthOf(double x, double y) {
   return {lon + std::atan2(x, -py) / rad, 90 - 2 * std::atan(r / stereo) / rad};
 }
 
-std::map<std::string, int> colors() {
-  std::map<std::string, int> map;
-  std::ifstream file(ZQV_DATA_DIR "/rad.clr");
-  std::string line;
-  while (std::getline(file, line)) {
-    std::istringstream words(line);
-    std::string name;
-    std::string first;
-    words >> name >> first;
-    if (name.empty() || name[0] == '#') {
-      continue;
-    }
-    if (!first.empty() && first[0] == '#') {
-      map[name] = std::stoi(first.substr(1), nullptr, 16);
-    } else if (!first.empty()) {
-      double g = 0;
-      double b = 0;
-      words >> g >> b;
-      const auto channel = [](double v) { return static_cast<int>(v * 255); };
-      map[name] = channel(std::stod(first)) << 16 | channel(g) << 8 | channel(b);
-    }
-  }
-  return map;
-}
-
 /** Runs products through the program. */
 class RoadTest : public testing::Test {
  protected:
@@ -97,30 +73,14 @@ class RoadTest : public testing::Test {
     EXPECT_EQ(run.status, 0);
     return readMeta(dir.read("a.meta"));
   }
-  /** The fills of the product: those of the colour bar lie below the picture. */
   static std::vector<Record> bins(const std::vector<Record>& records, double bottom) {
-    std::vector<Record> list;
-    for (const Record& r : records) {
-      if (r.kind == 'F' && std::any_of(r.points.begin(), r.points.end(),
-                                       [&](const Place& p) { return p.y >= bottom - 1e-6; })) {
-        list.push_back(r);
-      }
-    }
-    return list;
+    return dataFills(records, bottom);
   }
   static double bottomOf(const OwnPage& page) { return 0.5 - page.height / 2; }
-  static void expectPlaces(const Record& record, const std::vector<Place>& expected,
-                           double tolerance, const std::string& what) {
-    ASSERT_EQ(record.points.size(), expected.size()) << what;
-    for (size_t i = 0; i < expected.size(); i++) {
-      EXPECT_NEAR(record.points[i].x, expected[i].x, tolerance) << what << " x of corner " << i;
-      EXPECT_NEAR(record.points[i].y, expected[i].y, tolerance) << what << " y of corner " << i;
-    }
-  }
 
   TempDir dir;
   ProgramRun run;
-  std::map<std::string, int> color = colors();
+  std::map<std::string, int> color = radarColors();
 };
 
 NidsMaker radialProduct() {

@@ -4,7 +4,7 @@
     make_bench_products.py DIR
 
 Each is filled to about half with echoes, as a widespread storm would be: a 16-level radial, a 256-level radial of 720
-by 1840, a 16-level raster, and a wind profile.
+by 1840, a 16-level raster, a wind profile, and a Level II volume of six cuts of 720 radials in bzip2 records.
 """
 import bz2
 import math
@@ -84,6 +84,63 @@ def profile():
     return out
 
 
+def f4(v):
+    return struct.pack(">f", v)
+
+
+def block(name, levels, scale, offset, first=2125, width=8):
+    return name + u4(0) + u2(len(levels) * 8 // width) + u2(first) + u2(250) + u2(0) * 2 + bytes([0, width]) \
+        + f4(scale) + f4(offset) + levels
+
+
+def radial(cut, azimuth, blocks):
+    """Message 31 with its transport header."""
+    blocks = [b"RVOL" + u2(44) + u2(0x101) + f4(35.333) + f4(-97.278) + u2(370) + bytes(22) + u2(212) + u2(0),
+              b"RELV" + u2(12) + u2(12) + f4(0), b"RRAD" + u2(20) + bytes(10) + u2(827) + u2(0)] + blocks
+    pointers = b""
+    at = 32 + 4 * max(6, len(blocks))
+    for data in blocks:
+        pointers += u4(at)
+        at += len(data)
+    pointers = pointers.ljust(4 * max(6, len(blocks)), b"\0")
+    body = b"KTLX" + u4(1000) + u2(18093) + u2(1) + f4(azimuth) + u2(0) + u2(at) + bytes([1, 1, cut, 1]) \
+        + f4(0.5 * cut) + u2(0) + u2(len(blocks)) + pointers + b"".join(blocks)
+    body += b"\0" * (len(body) % 2)
+    return bytes(12) + u2((len(body) + 16) // 2) + bytes([0, 31]) + u2(7) + u2(18093) + u4(1000) + u2(1) * 2 + body
+
+
+def volume(nrad, ngate, ncut):
+    """Cuts by turns of reflectivity with dual polarisation, and of reflectivity, velocity and width."""
+    seed = 1
+    rows = []
+    for r in range(nrad):
+        angle = 2 * math.pi * r / nrad
+        row = bytearray()
+        for b in range(ngate):
+            v = echo(b / ngate * math.sin(angle), b / ngate * math.cos(angle))
+            seed = (seed * 1103515245 + 12345) & 0x7FFFFFFF
+            row.append(min(250, 40 + int(v * 300) + (seed >> 16 & 7)) if v > 0.02 else 0)
+        rows.append(bytes(row))
+    speed = bytes(0 if i == 0 else 129 + (i - 130) // 3 for i in range(256))
+    out = b"AR2V0006.001" + u4(18093) + u4(43200000) + b"KTLX"
+    for cut in range(1, ncut + 1):
+        for start in range(0, nrad, 120):
+            part = b""
+            for r in range(start, start + 120):
+                # The echoes of each cut lie a little further round and end earlier.
+                row = rows[(r + 30 * cut) % nrad][:ngate - 100 * cut + 100]
+                short = row[:1192]
+                if cut % 2:
+                    more = [block(b"DZDR", short, 16.0, 128.0), block(b"DPHI", short + short, 2.8, 2.0, width=16),
+                            block(b"DRHO", short, 300.0, -60.0)]
+                else:
+                    more = [block(b"DVEL", short.translate(speed), 2.0, 129.0), block(b"DSW ", short, 2.0, 129.0)]
+                part += radial(cut, 360.0 * r / nrad, [block(b"DREF", row, 2.0, 66.0)] + more)
+            packed = bz2.compress(part)
+            out += u4(-len(packed) if cut == ncut and start + 120 == nrad else len(packed)) + packed
+    return out
+
+
 def main():
     where = sys.argv[1]
     dbz = [0x8002] + list(range(5, 80, 5))
@@ -97,6 +154,8 @@ def main():
     for name, data in files.items():
         with open(os.path.join(where, name + ".nids"), "wb") as file:
             file.write(data)
+    with open(os.path.join(where, "volume.lev2"), "wb") as file:
+        file.write(volume(720, 1832, 6))
 
 
 main()

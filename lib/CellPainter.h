@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Domain.h"
+#include "Point.h"
+#include "Points.h"
+
+namespace ZQV {
+
+class EarthPoint;
+class Plot;
+
+/** Fills the cells of a radar's data, given in the plane of their own domain, on a plot. Where the
+ * plot has another projection, every corner goes through its place on the earth. */
+class CellPainter {
+ public:
+  /** Degrees added to the width of a radial, which close the hairline between neighbours. */
+  static constexpr float overlap = 0.01F;
+
+  explicit CellPainter(Plot& on);
+
+  /** The domain of the data, and the radar's place in it. */
+  void setDomain(const Domain& domain, const EarthPoint& site);
+  /** From the data's plane to the plot's. A place that the plot can't show has a missing x. */
+  Point toPlot(float x, float y);
+  /** Fills the polygon of four corners, each already in the plot's plane. */
+  void fillCorners(const Point& a, const Point& b, const Point& c, const Point& d);
+  /** Goes to a radial.
+   *  @param az0, az1  its edges in the plane of the data, degrees from up
+   *  @param from, step  near side of the first cell, and length of all of them, in the plane */
+  void setRadial(double az0, double az1, float from, float step);
+  /** Fills cell i of the radial. */
+  void fillCell(int i);
+
+  Plot& plot;
+  Domain product;
+  Point centre;
+  bool same_proj = false;  ///< plot and data share one plane
+  Points poly;             ///< five points
+
+ private:
+  float sin0 = 0;
+  float cos0 = 0;
+  float sin1 = 0;
+  float cos1 = 0;
+  float start = 0;
+  float length = 0;
+  int edge = -1;  ///< the cell at whose near side near0 and near1 lie, in the plot's plane
+  Point near0;
+  Point near1;
+};
+
+}  // namespace ZQV
