@@ -61,23 +61,29 @@ void CellPainter::setRadial(double az0, double az1, float from, float step) {
   start = from;
   length = step;
   edge = -1;
+  side0.forget();
+  side1.forget();
 }
 
 void CellPainter::fillCell(int i) {
-  const auto place = [this](float r, float s, float c) {
-    const float x = centre.x + r * s;
-    const float y = centre.y + r * c;
-    return same_proj ? Point(x, y) : toPlot(x, y);
+  const auto place = [this](EdgeCurve& side, int k, float s, float c) {
+    const auto in_data = [&](int at) {
+      const float r = start + static_cast<float>(at) * length;
+      return Point(centre.x + r * s, centre.y + r * c);
+    };
+    if (same_proj) return in_data(k);
+    return side.at(k, [&](int at) {
+      const Point p = in_data(at);
+      return toPlot(p.x, p.y);
+    });
   };
   // Neighbouring cells share a side, so that each costs two corners.
   if (edge != i) {
-    const float near = start + static_cast<float>(i) * length;
-    near0 = place(near, sin0, cos0);
-    near1 = place(near, sin1, cos1);
+    near0 = place(side0, i, sin0, cos0);
+    near1 = place(side1, i, sin1, cos1);
   }
-  const float far = start + static_cast<float>(i + 1) * length;
-  const Point far0 = place(far, sin0, cos0);
-  const Point far1 = place(far, sin1, cos1);
+  const Point far0 = place(side0, i + 1, sin0, cos0);
+  const Point far1 = place(side1, i + 1, sin1, cos1);
   fillCorners(near0, far0, far1, near1);
   near0 = far0;
   near1 = far1;

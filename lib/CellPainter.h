@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Domain.h"
+#include "EdgeCurve.h"
 #include "Point.h"
 #include "Points.h"
 
@@ -10,7 +11,7 @@ class EarthPoint;
 class Plot;
 
 /** Fills the cells of a radar's data, given in the plane of their own domain, on a plot. Where the
- * plot has another projection, every corner goes through its place on the earth. */
+ * plot has another projection, every corner lies at its place on the earth. */
 class CellPainter {
  public:
   /** Degrees added to the width of a radial, which close the hairline between neighbours. */
@@ -47,6 +48,8 @@ class CellPainter {
   int edge = -1;  ///< the cell at whose near side near0 and near1 lie, in the plot's plane
   Point near0;
   Point near1;
+  EdgeCurve side0;
+  EdgeCurve side1;
 };
 
 }  // namespace ZQV

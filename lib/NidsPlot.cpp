@@ -115,30 +115,6 @@ struct NidsPlot::Painter : CellPainter {
     plot.setFill(*level.attr);
   }
 
-  /** Corners along one edge of a row of cells, in the plot's plane, each worked out when it is
-   * first asked for. */
-  class RowEdge {
-   public:
-    void forget() { known.assign(known.size(), false); }
-    const Point& find(Painter& painter, int column, float x, float y) {
-      const auto at = static_cast<size_t>(column);
-      if (at >= corners.size()) {
-        corners.resize(at + growth);
-        known.resize(at + growth, false);
-      }
-      if (!known[at]) {
-        corners[at] = painter.toPlot(x, y);
-        known[at] = true;
-      }
-      return corners[at];
-    }
-
-   private:
-    static constexpr size_t growth = 512;
-    std::vector<Point> corners;
-    std::vector<bool> known;
-  };
-
   ColorFill fill;
   PlotAttr data_attr;
   PlotAttr grid_attr;
@@ -476,10 +452,10 @@ void NidsPlot::drawRadials(Painter& painter) {
     const float c0 = info.cres * static_cast<float>(std::cos(a0));
     const float s1 = info.cres * static_cast<float>(std::sin(a1));
     const float c1 = info.cres * static_cast<float>(std::cos(a1));
-    int bin = 0;        // from the radar on, whatever the packet's first bin is
-    int edge_bin = -1;  // the bin at whose near side edge0 and edge1 lie, in the plot's plane
-    Point edge0;
-    Point edge1;
+    if (!painter.same_proj) {
+      painter.setRadial(az, az + radial.ang1 + CellPainter::overlap, 0.0F, info.cres);
+    }
+    int bin = 0;  // from the radar on, whatever the packet's first bin is
     while (nids.readRun(run) > 0) {
       if (!draw_plot) {
         continue;
@@ -510,19 +486,7 @@ void NidsPlot::drawRadials(Painter& painter) {
         if (visible && painter.same_proj) {
           painter.plot.drawFill(poly);
         } else if (visible) {
-          // Neighbouring bins share a side, so that each bin costs two corners.
-          if (edge_bin != bin + i) {
-            const auto near = static_cast<float>(bin + i);
-            edge0 = painter.toPlot(c.x + near * s0, c.y + near * c0);
-            edge1 = painter.toPlot(c.x + near * s1, c.y + near * c1);
-          }
-          const auto far = static_cast<float>(bin + i + 1);
-          const Point far0 = painter.toPlot(c.x + far * s0, c.y + far * c0);
-          const Point far1 = painter.toPlot(c.x + far * s1, c.y + far * c1);
-          painter.fillCorners(edge0, far0, far1, edge1);
-          edge0 = far0;
-          edge1 = far1;
-          edge_bin = bin + i + 1;
+          painter.fillCell(bin + i);
         }
         if (painter.same_proj) {
           for (const int corner : {0, 1, 4}) {
@@ -549,11 +513,14 @@ void NidsPlot::drawRastors(Painter& painter) {
   const float x0 = c.x - static_cast<float>(info.nx - 1) / 2 * cell;
   float y = c.y + static_cast<float>(info.ny - 1) / 2 * cell;
   NidsRun run;
-  Painter::RowEdge upper;
-  Painter::RowEdge lower;
+  EdgeCurve upper;
+  EdgeCurve lower;
   while (nids.readRastor() > 0) {
     float x = x0;
     int column = 0;
+    int edge_column = -1;  // at whose left near_up and near_low lie
+    Point near_up;
+    Point near_low;
     std::swap(upper, lower);  // the lower edge of the row before is the upper one of this
     lower.forget();
     while (nids.readRun(run) > 0) {
@@ -582,11 +549,22 @@ void NidsPlot::drawRastors(Painter& painter) {
         if (visible && painter.same_proj) {
           painter.fillCorners({x, y}, {x + cell, y}, {x + cell, y - cell}, {x, y - cell});
         } else if (visible) {
-          const Point near_up = upper.find(painter, column, x, y);
-          const Point near_low = lower.find(painter, column, x, y - cell);
-          const Point& far_up = upper.find(painter, column + 1, x + cell, y);
-          const Point& far_low = lower.find(painter, column + 1, x + cell, y - cell);
+          const auto up = [&](int k) {
+            return painter.toPlot(x0 + static_cast<float>(k) * cell, y);
+          };
+          const auto low = [&](int k) {
+            return painter.toPlot(x0 + static_cast<float>(k) * cell, y - cell);
+          };
+          if (edge_column != column) {
+            near_up = upper.at(column, up);
+            near_low = lower.at(column, low);
+          }
+          const Point far_up = upper.at(column + 1, up);
+          const Point far_low = lower.at(column + 1, low);
           painter.fillCorners(near_up, far_up, far_low, near_low);
+          near_up = far_up;
+          near_low = far_low;
+          edge_column = column + 1;
         }
       }
     }

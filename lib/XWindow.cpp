@@ -1026,7 +1026,10 @@ int XWindow::errorIOHandler(Display* /*d*/) {
 }
 
 /** The connection is gone: nothing may use it from here on. */
-void XWindow::exitHandler(Display* /*d*/, void* /*data*/) {
+void XWindow::exitHandler(Display* d, void* /*data*/) {
+  static Display* lost = nullptr;  // Xlib can't free it any more
+  lost = d;
+  (void)lost;
   display = nullptr;
   managed = false;
 }
