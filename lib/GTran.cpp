@@ -126,8 +126,8 @@ bool GTran::isPointsInWindow(const Points& points) const {
   return isBoxInWindow(*xmin, *ymin, *xmax, *ymax);
 }
 
-/** The polyline of n points, n known to the compiler: nearly all polygons of a picture are bins of
- * five points, and this is most of what they cost on their way to the device. */
+/** N points, known to the compiler: nearly all polygons of a picture are closed bins of four
+ * corners, and this is most of what they cost on their way to the device. */
 template <int N>
 inline bool GTran::tranFew(const float* px, const float* py, float* qx, float* qy) const {
   float xmin = px[0];
@@ -153,24 +153,26 @@ inline bool GTran::tranFew(const float* px, const float* py, float* qx, float* q
   const float x0 = plt.xmin;
   const float y0 = plt.ymin;
   const float top = ndc.ymax;
-  const bool closed = px[N - 1] == px[0] && py[N - 1] == py[0];
-  for (int i = 0; i < (closed ? N - 1 : N); i++) {
+  for (int i = 0; i < N; i++) {
     qx[i] = limit(((px[i] - wx) * sx + vx) * kx + x0);
     qy[i] = limit((top - ((py[i] - wy) * sy + vy)) * ky + y0);
-  }
-  if (closed) {
-    qx[N - 1] = qx[0];
-    qy[N - 1] = qy[0];
   }
   return true;
 }
 
 int GTran::tranWindowPlot(const Points& points, Points& plotted) const {
-  constexpr int bin = 5;
+  constexpr int corners = 4;
   const int n = points.getNum();
-  if (n == bin) {
+  const float* px = points.xs();
+  const float* py = points.ys();
+  if (n == corners + 1 && px[corners] == px[0] && py[corners] == py[0]) {
     if (plotted.getNum() != n) plotted.setNum(n);
-    return tranFew<bin>(points.xs(), points.ys(), plotted.xs(), plotted.ys()) ? 1 : 0;
+    float* qx = plotted.xs();
+    float* qy = plotted.ys();
+    if (!tranFew<corners>(px, py, qx, qy)) return 0;
+    qx[corners] = qx[0];
+    qy[corners] = qy[0];
+    return 1;
   }
   if (!isPointsInWindow(points)) return 0;
   plotted.transform(

@@ -420,23 +420,25 @@ inline void Raster::fillQuad(const Target& t, const Pen& p, const Vertex* v, int
 inline void Raster::fillFew(const Target& t, const Pen& p, const float* px, const float* py,
                             int n) {
   if (n == 5 && px[4] == px[0] && py[4] == py[0]) n = 4;
-  Vertex v[SMALL_POLYGON];
-  Vertex low{pixel(px[0]), pixel(py[0])};
-  Vertex high = low;
-  v[0] = low;
+  float xmin = px[0];
+  float xmax = px[0];
+  float ymin = py[0];
+  float ymax = py[0];
   for (int i = 1; i < n; i++) {
-    const Vertex now{pixel(px[i]), pixel(py[i])};
-    low.x = std::min(low.x, now.x);
-    low.y = std::min(low.y, now.y);
-    high.x = std::max(high.x, now.x);
-    high.y = std::max(high.y, now.y);
-    v[i] = now;
+    xmin = px[i] < xmin ? px[i] : xmin;
+    xmax = px[i] > xmax ? px[i] : xmax;
+    ymin = py[i] < ymin ? py[i] : ymin;
+    ymax = py[i] > ymax ? py[i] : ymax;
   }
   // Most bins of a fine product lie between the pixels' centres, or beside the picture.
+  const Vertex low{pixel(xmin), pixel(ymin)};
+  const Vertex high{pixel(xmax), pixel(ymax)};
   if (low.x == high.x || low.y == high.y || high.x <= t.x1 || low.x >= t.x2 || high.y <= t.y1 ||
       low.y >= t.y2) {
     return;
   }
+  Vertex v[SMALL_POLYGON];
+  for (int i = 0; i < n; i++) v[i] = {pixel(px[i]), pixel(py[i])};
   if (n != 4 || high.y - low.y > QUAD_ROWS) {
     fillSmall(t, p, v, n);
     return;
