@@ -348,5 +348,5 @@ TEST_F(MapPlotTest, WhatIsNotThereYet) {
   EXPECT_EQ(err, "");
   dir.write("l.mpl", "a.gif im:a.gif:red:1:2 rf:a a.raw");
   drawnMap(degrees, "mf=l.mpl");
-  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 2) << err;
+  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 3) << err;
 }
