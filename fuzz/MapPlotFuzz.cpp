@@ -41,6 +41,10 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
   std::atexit([] { std::filesystem::remove_all(dir); });
   std::ofstream(dir + "/a") << "3 60 20 -80 -120 1\n40 -110 50 -90 41 -110\n"
                                "1 50 50 -100 -100 2\n50 -100\n3 0 0 0 0 3\n0 170 5 -170 9 0\n";
+  std::ofstream(dir + "/k")
+      << "<?xml version=\"1.0\"?><kml>\n<Placemark>\n<name>A</name>\n<Point>\n"
+         "<coordinates>-100,40,0</coordinates>\n</Point>\n</Placemark>\n"
+         "<coordinates>-110,40,0 -90,45,0 170,0,0</coordinates>\n</kml>\n";
   ZQV::Zqv::setDatabasePath(dir.c_str());
   ZQV::Zqv::setMessageLevel("none");
   ZQV::Zqv::putResrc("device", "meta,/dev/null");

@@ -9,7 +9,7 @@ DynLib::~DynLib() {
 }
 
 int DynLib::open(const char* name) {
-  if (handle == nullptr) handle = dlopen(name, RTLD_NOW | RTLD_LOCAL);
+  if (handle == nullptr) handle = dlopen(name, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
   return handle != nullptr ? 1 : 0;
 }
 

@@ -3,7 +3,8 @@
 namespace ZQV {
 
 /** A shared library that is loaded when it is needed, so that runs that do without it neither pay
- * for it nor need it installed. */
+ * for it nor need it installed. It stays loaded to the end of the run, as libraries keep memory
+ * that only their code knows of. */
 class DynLib {
  public:
   DynLib() = default;

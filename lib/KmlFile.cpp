@@ -26,6 +26,7 @@ namespace {
 
 constexpr int most_bytes = 32 << 20;
 constexpr int most_nodes = 400000;
+constexpr int most_entries = 5000;  // of the parser's tables of an element, five an attribute
 constexpr int debug_level = 4;
 constexpr int debug_detail = 5;
 
@@ -87,9 +88,14 @@ struct Source {
     }
   }
 
-  /** For xmlCreateIOParserCtxt. */
+  /** For xmlCreateIOParserCtxt. The parser compares the attributes of an element with each other
+   * before a handler hears of it, so an element of very many ends the input. */
   static int read(void* context, char* buffer, int n) {
     auto* source = static_cast<Source*>(context);
+    const xmlParserCtxt* parser = source->parser;
+    if (parser != nullptr && std::max(parser->maxatts, parser->nsMax) > most_entries) {
+      return 0;
+    }
     const int wanted = std::min(n, source->bytes_left);
     const int got = wanted > 0 ? ::gzread(source->file, buffer, static_cast<unsigned>(wanted)) : 0;
     source->bytes_left -= std::max(got, 0);
@@ -97,6 +103,7 @@ struct Source {
   }
 
   gzFile file;
+  const xmlParserCtxt* parser = nullptr;
   int bytes_left = most_bytes;
 };
 
@@ -187,6 +194,7 @@ Document parse(const char* path) {
   if (context == nullptr) {
     return nullptr;
   }
+  source.parser = context.get();
   int nodes_left = most_nodes;
   xml().xmlCtxtUseOptions(context.get(), XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
   Limits::install(*context, nodes_left);

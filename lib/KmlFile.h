@@ -9,7 +9,7 @@ class KmlData;
 /** Reader of KML documents (OGC 07-147r2), plain or compressed by gzip: one list of coordinates
  * after the other, in the order of the document. A document that breaks off, or isn't well formed,
  * gives the lists ahead of the fault. External entities and document types aren't followed, and one
- * of more than 32 MB or 400000 nodes ends there. */
+ * of more than 32 MB or 400000 nodes, or with an element of thousands of attributes, ends there. */
 class KmlFile {
  public:
   KmlFile();

@@ -1,6 +1,7 @@
 #include "MapPlot.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -75,38 +76,48 @@ bool isList(const char* name) {
   return StrLib::iequal(name, "mpl", -3) || StrLib::equal(name + slash + 1, list_name);
 }
 
+/** The number of a condition, whose sign is sign. Without a number it is the name of a file. */
+bool startsCondition(const char* item, std::string_view sign, float& limit) {
+  if (std::string_view(item).substr(0, sign.size()) != sign) {
+    return false;
+  }
+  const char* text = item + sign.size();
+  const char* digits = text + (*text == '-' || *text == '+' ? 1 : 0);
+  const bool is_number = std::isdigit(static_cast<unsigned char>(*digits)) != 0 || *digits == '.';
+  return is_number && hasNum(text, limit);
+}
+
 /** Moves on past the colon that ends a condition. */
 void endCondition(const char*& item) {
   const int colon = StrLib::index(item, ':');
   item += colon >= 0 ? colon + 1 : StrLib::length(item);
 }
 
-/** "s+NUMBER:" or "s-NUMBER:", if it stands there. @return false if it fails */
-bool holdsScale(const char*& item, char sign, float height) {
-  if (item[0] != 's' || item[1] != sign) {
+/** A sign ("s+", ">": at least; "s-": at most) and a number, if they stand there. @return false if
+ * the condition fails */
+bool holdsScale(const char*& item, std::string_view sign, float height) {
+  float limit = 0;
+  if (!startsCondition(item, sign, limit)) {
     return true;
   }
-  const char* text = item + 2;
-  float limit = 0;
-  hasNum(text, limit);
   endCondition(item);
-  return sign == '+' ? height >= limit : height <= limit;
+  return sign == "s-" ? height <= limit : height >= limit;
 }
 
 /** ">NUMBER:" or ">LOW<HIGH:", or the same the other way round, if it stands there. @return false
  * if it fails */
 bool holdsRange(const char*& item, char first, char second, float height) {
-  if (item[0] != first) {
+  float near = 0;
+  if (!startsCondition(item, std::string_view(&first, 1), near)) {
     return true;
   }
   const char* text = item + 1;
-  float near = 0;
   float far = 0;
-  const bool has_near = hasNum(text, near);
-  const bool has_far = has_near && *text == second && hasNum(++text, far);
+  hasNum(text, near);
+  const bool has_far = *text == second && hasNum(++text, far);
   endCondition(item);
   const bool up = first == '>';
-  return (!has_near || (up ? height >= near : height <= near)) &&
+  return (up ? height >= near : height <= near) &&
          (!has_far || (up ? height <= far : height >= far));
 }
 
@@ -248,7 +259,8 @@ int MapPlot::draw(Plot& plot) {
   }
   plot.setDropShadow(0);
   const char* list = filenames.valid() ? filenames.get() : Zqv::getResrc("map_file");
-  if (!StrLib::valid(list)) {
+  const bool is_given = StrLib::valid(list);
+  if (!is_given) {
     constexpr float most_height = 75.0F;
     const float lat = plot.getDomCLat();
     const float lon = plot.getDomCLon();
@@ -265,7 +277,7 @@ int MapPlot::draw(Plot& plot) {
     if (!is_named && !isList(name)) {
       process(plot, item, type);
     } else if (wanted == 0 || (type & wanted) != 0) {
-      drawList(plot, is_named ? name + 3 : name);
+      drawList(plot, is_named ? name + 3 : name, is_given);
     }
   }
   if (la != Const::FMISS) {
@@ -274,17 +286,25 @@ int MapPlot::draw(Plot& plot) {
     plot.setTextHeight(text_share * plot.getVert());
     drawLatLon(plot, la, lo);
   }
+  // What comes behind the map doesn't look like its last item.
+  plot.setLine();
+  plot.setFill();
+  plot.setText();
+  plot.setMark();
   return 1;
 }
 
-/** Draws the items of a list file. */
-int MapPlot::drawList(Plot& plot, const char* name) {
+/** Draws the items of a list file.
+ *  @param is_given  somebody asked for it, and is told if it isn't there */
+int MapPlot::drawList(Plot& plot, const char* name, bool is_given) {
   constexpr int most_items = 10000;
   String path;
   FileTool::addPath(Zqv::getDatabasePath(), name, path);
   File file;
   if (file.openPlain(path.get()) == 0) {
-    Zqv::outWarning("MapPlot_draw: Unable to open map list file: %s\n", path.get());
+    if (is_given && warned_lists.insert(path.get()).second) {
+      Zqv::outWarning("MapPlot_draw: Unable to open map list file: %s\n", path.get());
+    }
     return 0;
   }
   char item[80];
@@ -336,9 +356,9 @@ int MapPlot::process(Plot& plot, const char* item, int pass) {
     return 0;
   }
   const float height = plot.getDomVert();
-  if (!holdsScale(item, '+', height) || !holdsRange(item, '>', '<', height) ||
-      !holdsScale(item, '-', height) || !holdsRange(item, '<', '>', height) ||
-      !holdsScale(item, '+', height) || !holdsRange(item, '>', '<', height)) {
+  if (!holdsScale(item, "s+", height) || !holdsRange(item, '>', '<', height) ||
+      !holdsScale(item, "s-", height) || !holdsRange(item, '<', '>', height) ||
+      !holdsScale(item, "s+", height) || !holdsScale(item, ">", height)) {
     return 0;
   }
   return processItem(plot, item);
@@ -568,6 +588,9 @@ int MapPlot::drawMapItem(Plot& plot, const char* item) {
   const size_t bracket = text.find('[');
   const size_t split = bracket != std::string::npos ? bracket : text.find(':');
   const std::string name = text.substr(0, split).substr(0, max_name);
+  if (name.empty()) {
+    return 0;
+  }
   std::string given;
   if (split != std::string::npos) {
     given = text.substr(split + 1);
@@ -621,58 +644,94 @@ int MapPlot::draw(Plot& plot, const char* file) {
 }
 
 int MapPlot::drawSegments(Plot& plot, MapFile& map, const char* name) {
-  constexpr int room = 5000;
   constexpr int debug_level = 6;
-  Points points(room);
-  Domain& domain = plot.getDomain();
+  Places places;
   MapFileHeader header;
   int num_drawn = 0;
   int num_seen = 0;
   while (map.readHeader(header) != 0) {
     num_seen++;
-    if (map_in == 0 && header.hasBox() && isBeyond(domain, header)) {
+    if (map_in == 0 && header.hasBox() && isBeyond(plot.getDomain(), header)) {
       map.passData();
       continue;
     }
-    num_drawn++;
-    const char* number_color = indexColor(header.index);
-    if (index != 0) {
-      plot.setLineColor(number_color);
-      plot.setFillColor(number_color);
-      plot.setTextColor(number_color);
-      plot.setTextHeight(text_share * plot.getDomVert());
-    }
-    EarthPoint first;
-    Point first_place;
-    EarthPoint e;
-    Point p;
-    for (int i = 0; map.readData(e) != 0; i++) {
-      domain.tran(e, p);
-      if (i == 0) {
-        first = e;
-        first_place = p;
-      }
-      if (p.x != Const::FMISS) {
-        points.add(p.x, p.y);
-      } else if (points.getNum() > 1) {
-        drawSegment(plot, points);
-      }
-    }
-    if (points.getNum() > 1) {
-      drawSegment(plot, points);
-    } else if (points.getNum() == 1) {
-      plot.setTextHeight(text_share * plot.getDomVert());
-      plot.setTextAlign(Graph::HALIGN_CENTER, Graph::VALIGN_HALF);
-      plot.drawText(points.getX(0), points.getY(0), header.getLabel());
-      points.clear();
-    }
-    if (index != 0 && first_place.x != Const::FMISS && domain.within(first_place)) {
-      std::printf("%d %s %d %.4f %.4f\n", header.index, number_color, header.num,
-                  static_cast<double>(first.lat), static_cast<double>(first.lon));
-      plot.drawFormText(first_place, "%d", header.index);
-    }
+    num_drawn += drawSegment(plot, map, header, places);
   }
   Zqv::outDebug(debug_level, "MAP: %s %d %d\n", name, num_drawn, num_seen);
+  return 1;
+}
+
+/** Reads the next points of a segment, as many as are held at once. @return how many */
+int MapPlot::readPlaces(Plot& plot, MapFile& map, Places& places) {
+  Domain& domain = plot.getDomain();
+  EarthPoint e;
+  Point p;
+  places.held.clear();
+  while (places.held.getNum() < most_places && map.readData(e) != 0) {
+    domain.tran(e, p);
+    if (places.held.getNum() == 0) {
+      places.first = e;
+    }
+    places.held.add(p.x, p.y);
+  }
+  return places.held.getNum();
+}
+
+/** Draws one segment, if the file has all of it; of longer ones than are held at once, what is
+ * there. @return 1 if it did */
+int MapPlot::drawSegment(Plot& plot, MapFile& map, const MapFileHeader& header, Places& places) {
+  int n = readPlaces(plot, map, places);
+  if (n < std::min(header.num, most_places - 1)) {
+    return 0;
+  }
+  Points& piece = places.piece;
+  const EarthPoint first = places.first;
+  const Point first_place = n > 0 ? Point(places.held.getX(0), places.held.getY(0)) : Point();
+  const char* number_color = indexColor(header.index);
+  if (index != 0) {
+    plot.setLineColor(number_color);
+    plot.setFillColor(number_color);
+    plot.setTextColor(number_color);
+    plot.setTextHeight(text_share * plot.getDomVert());
+  }
+  while (n > 0) {
+    for (int i = 0; i < n; i++) {
+      const float x = places.held.getX(i);
+      if (x == Const::FMISS) {
+        if (piece.getNum() > 1) {
+          drawSegment(plot, piece);
+        }
+        continue;
+      }
+      if (piece.getNum() == most_places) {
+        const Point joint(piece.getX(most_places - 1), piece.getY(most_places - 1));
+        drawSegment(plot, piece);
+        piece.add(joint);
+      }
+      piece.add(x, places.held.getY(i));
+    }
+    if (n < most_places) {
+      break;
+    }
+    if (fill != 0) {
+      map.passData();
+      break;
+    }
+    n = readPlaces(plot, map, places);
+  }
+  if (piece.getNum() > 1) {
+    drawSegment(plot, piece);
+  } else if (piece.getNum() == 1) {
+    plot.setTextHeight(text_share * plot.getDomVert());
+    plot.setTextAlign(Graph::HALIGN_CENTER, Graph::VALIGN_HALF);
+    plot.drawText(piece.getX(0), piece.getY(0), header.getLabel());
+    piece.clear();
+  }
+  if (index != 0 && first_place.x != Const::FMISS && plot.getDomain().within(first_place)) {
+    std::printf("%d %s %d %.4f %.4f\n", header.index, number_color, header.num,
+                static_cast<double>(first.lat), static_cast<double>(first.lon));
+    plot.drawFormText(first_place, "%d", header.index);
+  }
   return 1;
 }
 

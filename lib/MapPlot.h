@@ -1,7 +1,12 @@
 #pragma once
 
+#include <set>
+#include <string>
+
 #include "Const.h"
 #include "Drawing.h"
+#include "EarthPoint.h"
+#include "Points.h"
 #include "String.h"
 
 namespace ZQV {
@@ -11,7 +16,6 @@ class MapFile;
 class MapFileHeader;
 class PlotAttr;
 class Plot;
-class Points;
 
 /** Draws the map under and over data: the items of a list of map files, lat/lon lines, grids and
  * marks, each under its own conditions. */
@@ -69,9 +73,18 @@ class MapPlot : public Drawing {
   int process(Plot& plot, const char* item, int pass);
 
  private:
+  static constexpr int most_places = 65536;
+  static constexpr int room = 5000;
+
+  /** Points of a segment on their way from the file to the plot. */
+  struct Places {
+    Points held{room};   ///< projected, x is missing where the projection shows nothing
+    Points piece{room};  ///< visible ones that follow each other
+    EarthPoint first;    ///< of those held
+  };
   enum Region { ENDED = -1, OUTSIDE = 0, AHEAD = 1, INSIDE = 2 };
 
-  int drawList(Plot& plot, const char* name);
+  int drawList(Plot& plot, const char* name, bool is_given);
   void readHeading(Plot& plot, const char* text);
   int processItem(Plot& plot, const char* item);
   int drawMark(Plot& plot, const char* text) const;
@@ -82,6 +95,8 @@ class MapPlot : public Drawing {
   int drawRawItem(Plot& plot, const char* text);
   void setAttr(Plot& plot, const PlotAttr& attr) const;
   int drawSegments(Plot& plot, MapFile& map, const char* name);
+  int drawSegment(Plot& plot, MapFile& map, const MapFileHeader& header, Places& places);
+  static int readPlaces(Plot& plot, MapFile& map, Places& places);
   [[nodiscard]] const char* latLonColor() const;
 
   int def = 1;              ///< draw items without sign: 1, 2 whatever the pass is, or 0
@@ -98,6 +113,7 @@ class MapPlot : public Drawing {
   String color_latlon;
   String filenames;
   bool warned_raw = false;
+  std::set<std::string> warned_lists;
 };
 
 }  // namespace ZQV

@@ -310,4 +310,14 @@ TEST(KmlFile, GrowsToALimitOnly) {
   const size_t found = segments(dir.write("b.kml", many)).size();
   EXPECT_GT(found, 100000U);
   EXPECT_LE(found, 200000U) << "two nodes each";
+
+  // Attributes are compared with each other; so many of them end the document, however they look.
+  for (const std::string name : {"a", "xmlns:a"}) {
+    std::string crowded = head + "<coordinates>1,2,3</coordinates>\n<b ";
+    for (int i = 0; i < 50000; i++) {
+      crowded += name + std::to_string(i) + "='>' ";
+    }
+    crowded += "/>\n<coordinates>4,5,6</coordinates>\n</kml>";
+    EXPECT_EQ(segments(dir.write("c.kml", crowded)), Lines{"0 : 2,1"});
+  }
 }

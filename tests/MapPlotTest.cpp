@@ -8,9 +8,12 @@
 #include <gtest/gtest.h>
 
 #include "EarthPoint.h"
+#include "Graph.h"
 #include "MapFile.h"
 #include "MapFileHeader.h"
 #include "Plot.h"
+#include "Point.h"
+#include "Rect.h"
 #include "Run.h"
 #include "TempDir.h"
 #include "Zqv.h"
@@ -99,6 +102,16 @@ void expectPlace(const Record::Place& place, double x, double y) {
   EXPECT_NEAR(place.y, y, 2e-3);
 }
 
+/** One of the records has the same points. */
+bool contains(const std::vector<Record>& records, const Record& wanted) {
+  return std::any_of(records.begin(), records.end(), [&](const Record& r) {
+    return std::equal(r.points.begin(), r.points.end(), wanted.points.begin(), wanted.points.end(),
+                      [](const Record::Place& a, const Record::Place& b) {
+                        return std::hypot(a.x - b.x, a.y - b.y) < 1e-5;
+                      });
+  });
+}
+
 }  // namespace
 
 TEST_F(MapPlotTest, LinesLandWhereTheProjectionPutsThem) {
@@ -174,12 +187,19 @@ TEST_F(MapPlotTest, PassesAndScales) {
               {"", degrees, "s-50:s+30:a.map", 1},
               {"", degrees, "s+30:s-50:a.map", 1},
               {"", degrees, "s-50:>45:a.map", 0},
+              {"", degrees, "s-50:>5<20:a.map", 1},  // a number alone, here
+              {"", degrees, "s-south.map:red", 1},
+              {"", degrees, "s-infinite.map:red", 1},
+              {"", degrees, "s-50:", 0},
+              {"", degrees, "s-50::red", 0},
               {"over", degrees, "+s-50:a.map", 1},
               {"", degrees, "a.map:off", 0},
               {"", degrees, "a.map[red]", 1},
               {"", degrees, "none.map", 0},
               {"", degrees, "|touch_pipe", 0},
               {"", "xy,0,0,41,41,1,1", "a.map", 0}};
+  writeLine("s-south.map", {EarthPoint(40, -110), EarthPoint(40, -90)});
+  writeLine("s-infinite.map", {EarthPoint(40, -110), EarthPoint(40, -90)});
   for (const auto& row : rows) {
     const std::string params = *row.params != '\0' ? std::string(row.params) + "," : "";
     EXPECT_EQ(times(row.view, params + "mf=" + row.item), row.times)
@@ -215,8 +235,19 @@ TEST_F(MapPlotTest, ListFilesAndTheirRegions) {
   EXPECT_EQ(times(degrees, "under,mf=-l.mpl"), 0U) << "its items have signs of their own";
   EXPECT_EQ(times(degrees, "under,default,mf=-fi:l.mpl"), 1U);
   EXPECT_EQ(times(degrees, "under,default,mf=+l.mpl"), 0U);
-  EXPECT_EQ(times(degrees, "mf=none.mpl,mf=fi:none.mpl"), 0U);
-  EXPECT_NE(err.find("MapPlot_draw: Unable to open map list file: "), std::string::npos);
+  drawn(degrees, [](Plot& plot) {
+    MapPlot map;
+    map.setMapFiles("none.mpl,fi:none.mpl,fi:other");
+    map.draw(plot);
+    map.draw(plot);
+  });
+  const std::string warning = "MapPlot_draw: Unable to open map list file: ";
+  EXPECT_EQ(err.find(warning), 0U);
+  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 2) << "one a name: " << err;
+  Zqv::setDatabasePath(dir.path.c_str());
+  EXPECT_TRUE(drawnMap(degrees, "").empty());
+  EXPECT_EQ(err.find(warning), std::string::npos) << "nobody asked for zqv.map";
+  Zqv::setDatabasePath((dir.path + ":" ZQV_DATA_DIR).c_str());
 
   // By default the list depends on where the view lies.
   dir.write("zqv.map", "a.map");
@@ -228,6 +259,101 @@ TEST_F(MapPlotTest, ListFilesAndTheirRegions) {
   Zqv::putResrc("map_file", "b.map");
   EXPECT_EQ(times(degrees, ""), 0U);
   EXPECT_EQ(num_other, 1U);
+}
+
+TEST_F(MapPlotTest, NorthAmericaHasAListOfItsOwn) {
+  dir.write("zqv.map", "bg:green");
+  dir.write("cont.map", "");
+  dir.write("country.map", "");
+  const struct {
+    const char* view;
+    size_t lists;
+  } rows[] = {{"latlon,25,-100,41,41,1,1", 0},  {"latlon,25.1,-100,41,41,1,1", 1},
+              {"latlon,79.9,-100,41,9,1,1", 1}, {"latlon,80,-100,41,9,1,1", 0},
+              {"latlon,40,-160,41,41,1,1", 0},  {"latlon,40,-159.9,41,41,1,1", 1},
+              {"latlon,40,-65.1,41,41,1,1", 1}, {"latlon,40,-65,41,41,1,1", 0},
+              {"latlon,40,-100,41,75,1,1", 1},  {"latlon,40,-100,41,76,1,1", 0}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(drawnMap(row.view, "").size(), row.lists) << row.view;
+  }
+}
+
+TEST_F(MapPlotTest, AttributesEndWithTheirItem) {
+  writeLine("a.map", {EarthPoint(40, -110), EarthPoint(45, -90), EarthPoint(35, -90)});
+  const std::vector<Record> records = drawn(degrees, [](Plot& plot) {
+    MapPlot map;
+    map.setMapFiles("a.map:red:fi=hat,a.map:red:st=4,a.map:red");
+    map.draw(plot);
+    plot.drawLine(Point(-100, 40), Point(-90, 40));
+  });
+  ASSERT_EQ(records.size(), 4U);
+  EXPECT_EQ(records[0].kind, 'F');
+  EXPECT_EQ(records[1].kind, 'L') << "filled no more";
+  EXPECT_NE(records[2].line_color, records[3].line_color) << "the last item has gone as well";
+  const std::string meta = dir.read("m");
+  const size_t dashed = meta.find("LSTY 4");
+  ASSERT_NE(dashed, std::string::npos);
+  EXPECT_LT(meta.find("L 3", dashed), meta.find("LSTY 1", dashed));
+  EXPECT_LT(meta.find("LSTY 1", dashed), meta.rfind("L 3"));
+
+  Zqv::putResrc("device", ("ps," + dir.at("m")).c_str());
+  drawn(degrees, [](Plot& plot) {
+    MapPlot map;
+    map.setMapFiles("a.map:red:wi=4,a.map:red");
+    map.draw(plot);
+  });
+  const std::string both = dir.read("m");
+  const size_t at = both.find("4.0 dot lw");
+  ASSERT_NE(at, std::string::npos);
+  EXPECT_LT(both.find("1.0 dot lw", at), both.find("stroke", both.find("stroke", at) + 6));
+}
+
+TEST_F(MapPlotTest, SegmentsThatAreCutOrLong) {
+  dir.write("a.map", "2 0 0 0 0 1\n40 -110 40 -90\n3 0 0 0 0 2\n41 -110 42 -90\n");
+  EXPECT_EQ(drawnMap(degrees, "mf=a.map:red").size(), 1U) << "two points of three";
+  // Drawn in pieces that follow each other; an outline ends at the first.
+  constexpr int num = 70000;
+  std::string text = std::to_string(num) + " 0 0 0 0 1\n";
+  for (int i = 0; i < num; i++) {
+    text += i % 2 == 0 ? "40 -101 " : "41 -99 ";
+  }
+  dir.write("a.map", text);
+  std::vector<Record> records = drawnMap(degrees, "mf=a.map:red");
+  size_t lines = 0;
+  for (const Record& r : records) {
+    lines += r.points.size() - 1;
+  }
+  EXPECT_EQ(lines, num - 1U);
+  EXPECT_GT(records.size(), 1U);
+  records = drawnMap(degrees, "fill,mf=a.map:red");
+  ASSERT_EQ(records.size(), 1U);
+  EXPECT_LE(records[0].points.size(), 65537U);
+}
+
+TEST_F(MapPlotTest, ResourcesAndFlags) {
+  writeLine("a.map", {EarthPoint(61, -110), EarthPoint(65, -90)});
+  EXPECT_EQ(drawnMap("latlon,40,-100,41,41,1,1", "map_in,index,mf=a.map:red").size(), 0U);
+  EXPECT_NE(out.find("Mapfile"), std::string::npos);
+  Zqv::setMessageLevel("debug");
+  drawnMap(degrees, "mf=a.map:red");
+  EXPECT_NE(out.find("a.map 0 1\n"), std::string::npos) << out;
+  drawnMap(degrees, "map_in,mf=a.map:red");
+  EXPECT_NE(out.find("a.map 1 1\n"), std::string::npos) << out;
+  Zqv::setMessageLevel("none");
+
+  const TempDir other;
+  Zqv::putResrc("file_path", other.path.c_str());
+  other.write("only.map", "2 0 0 0 0 1\n40 -110 40 -90\n");
+  EXPECT_EQ(drawnMap(degrees, "mf=only.map:red").size(), 1U);
+  Zqv::putResrc("color_line", "green");
+  int color = -1;
+  const std::vector<Record> records = drawn(degrees, [&](Plot& plot) {
+    color = plot.getColorValue("green");
+    MapPlot map("mf=none.map,lalo");
+    map.draw(plot);
+  });
+  ASSERT_FALSE(records.empty());
+  EXPECT_EQ(records[0].line_color, color);
 }
 
 TEST_F(MapPlotTest, ColoursAndFills) {
@@ -307,31 +433,60 @@ TEST_F(MapPlotTest, LatLonLinesAndLabels) {
   }
   EXPECT_TRUE(drawnMap("xy,0,0,41,41,1,1", "mf=none.map,lalo=5").empty());
 
-  // Labels are strokes of text just inside the window's left and lower edge.
-  int color = -1;
-  const std::vector<Record> all = drawn(degrees, [&](Plot& plot) {
-    color = plot.getColorValue("green");
-    MapPlot map("mf=lalo:10:green");
-    map.draw(plot);
-  });
-  size_t at_left = 0;
-  for (const Record& r : all) {
-    EXPECT_EQ(r.line_color, color);
-    at_left += std::all_of(r.points.begin(), r.points.end(),
-                           [&](const Record::Place& p) {
-                             return p.x > 0.04 && p.x < 0.1 && std::fabs(p.y - 0.5) < 0.01 &&
-                                    r.points[0].y != r.points[1].y;
-                           })
-                   ? 1
-                   : 0;
+  // A meridian begins and ends one spacing short of the poles, here at 80 S.
+  double lowest = 1;
+  for (const Record& r : drawnMap("latlon,-70,0,41,41,1,1", "mf=none.map,lalo=10")) {
+    const auto& p = r.points;
+    if (p.size() == 2 && p[0].x == p[1].x && std::fabs(p[1].y - p[0].y - 2.5 * 0.023) < 1e-4) {
+      lowest = std::min(lowest, p[0].y);
+    }
   }
-  EXPECT_GE(at_left, 3U) << "the label 40N";
+  EXPECT_NEAR(lowest, 0.5 - 10 * 0.023, 1e-4);
+
+  // The labels, as the same texts drawn alone just inside the window's left and lower edge.
+  const struct {
+    const char* view;
+    float lat, lon;
+    const char* text;
+    bool is_lat;
+  } labels[] = {{"latlon,0,0,41,41,1,1", 0, -10, "10W", false},
+                {"latlon,0,0,41,41,1,1", 0, 10, "10E", false},
+                {"latlon,0,0,41,41,1,1", 0, 0, "PM", false},
+                {"latlon,0,0,41,41,1,1", 0, 0, "EQ", true},
+                {"latlon,0,0,41,41,1,1", 10, 0, "10N", true},
+                {"latlon,0,0,41,41,1,1", -10, 0, "10S", true},
+                {"latlon,0,180,41,41,1,1", 0, -180, "DL", false}};
+  for (const auto& row : labels) {
+    const std::vector<Record> all = drawnMap(row.view, "mf=lalo:10:green");
+    const std::vector<Record> strokes = drawn(row.view, [&](Plot& plot) {
+      Rect w;
+      plot.getWindow(w);
+      EarthPoint e(row.lat, row.lon);
+      Point p;
+      plot.getDomain().tran(e, p);
+      plot.setText();
+      plot.setTextHeight(0.015F * plot.getVert());
+      plot.setTextAlign(row.is_lat ? Graph::HALIGN_LEFT : Graph::HALIGN_CENTER,
+                        row.is_lat ? Graph::VALIGN_HALF : Graph::VALIGN_BOTTOM);
+      const float m = 0.01F * w.getWidth();
+      plot.drawText(row.is_lat ? w.xmin + m : p.x, row.is_lat ? p.y : w.ymin + m, row.text);
+    });
+    ASSERT_FALSE(strokes.empty());
+    for (const Record& stroke : strokes) {
+      EXPECT_TRUE(contains(all, stroke)) << row.text;
+    }
+  }
 }
 
 TEST_F(MapPlotTest, MarksAndGrids) {
   std::vector<Record> records = drawnMap(degrees, "mf=mk:50:-110:red");
   ASSERT_FALSE(records.empty());
   expectPlace({(records[0].points[0].x + records[0].points[1].x) / 2, 0.73}, 0.27, 0.73);
+  double wide = 0;
+  for (const Record& r : records) {
+    wide = std::max(wide, std::fabs(r.points[0].x - r.points[1].x));
+  }
+  EXPECT_NEAR(wide, 0.018 * 0.92, 1e-4) << "of the window";
   EXPECT_EQ(drawnMap(degrees, "mf=mk:50").size(), 0U);
   EXPECT_EQ(drawnMap(degrees, "mf=grid").size(), 82U) << "a line a column, a line a row";
   dir.write("l.mpl", "grid:ll,40,-100,11,6,2,2:blue");
@@ -339,7 +494,7 @@ TEST_F(MapPlotTest, MarksAndGrids) {
   EXPECT_EQ(drawnMap("latlon,40,-100,4001,2,.01,40", "mf=grid").size(), 1335U) << "every third";
 }
 
-TEST_F(MapPlotTest, WhatCantBeRead) {
+TEST_F(MapPlotTest, WhatIsNotThereYet) {
   Zqv::putResrc("image_path", dir.path.c_str());
   dir.write("a.gif", "GIF89a");
   EXPECT_EQ(drawnMap(degrees, "mf=im:none.gif").size(), 0U);
@@ -348,5 +503,5 @@ TEST_F(MapPlotTest, WhatCantBeRead) {
   EXPECT_EQ(err, "");
   dir.write("l.mpl", "a.gif im:a.gif:red:1:2 rf:a a.raw");
   drawnMap(degrees, "mf=l.mpl");
-  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 3) << "two images, and raw files once: " << err;
+  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 3) << err;
 }

@@ -729,3 +729,27 @@ TEST_F(RoadTest, LoopsOverFilesOfADataTree) {
   EXPECT_EQ(files("-cu '#202105051640'"), (Names{"1640"}));
   EXPECT_EQ(files("-pa fi=@" + tree + "1620.nids"), (Names{"1620"}));
 }
+
+TEST_F(RoadTest, MapItemsLeaveTheProductAlone) {
+  const auto page = [&](const char* device, const std::string& item) {
+    draw(radialProduct(), std::string("-de ") + device + ",a.page -pa site,dist=100 -mf " + item);
+    return dir.read("a.page");
+  };
+  for (const char* item : {"-./none.map:red:fi=hat", "-./none.map:red:st=4:wi=4"}) {
+    std::istringstream lines(page("meta", item));
+    std::string fill = "FSTY 0";
+    std::string style = "LSTY 1";
+    int drawn = 0;
+    for (std::string line; std::getline(lines, line);) {
+      const std::string code = line.substr(0, line.find(' '));
+      fill = code == "FSTY" ? line : fill;
+      style = code == "LSTY" ? line : style;
+      if (code == "F" || code == "L") {
+        drawn++;
+        EXPECT_EQ(code == "F" ? fill : style, code == "F" ? "FSTY 0" : "LSTY 1") << line;
+      }
+    }
+    EXPECT_GT(drawn, 100) << "bins, a ring, the bar";
+  }
+  EXPECT_EQ(page("ps", "-./none.map:red:st=4:wi=4").find("4.0 dot lw"), std::string::npos);
+}

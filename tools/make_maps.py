@@ -28,10 +28,25 @@ NEAR_KM = 0.05
 PIECE = 100  # points of a segment, at most
 LAKES = (41.2, 49.1, -92.5, -76.0)  # the Great Lakes: south, north, west, east
 OFF_BORDER_KM = 3.0  # a shore nearer to the border of the countries is that border
-TOWNS_APART_KM = 70.0
+TOWNS_APART_KM = 40.0
+SAME_TOWN_KM = 80.0  # stations of one name
 NAME_WIDTH = 15  # of a city file; a name that fills it was cut
-NO_TOWN = {"AAF", "AF", "AFB", "AFS", "AHP", "ANGB", "AP", "AWOS", "BUOY", "CFB", "DT", "FIELD", "FLD", "LIGHT",
-           "MCAS", "NAF", "NAS", "NS", "NWS", "PLATFORM"}
+NO_TOWN = {"AAF", "AF", "AFB", "AFS", "AGDM", "AHP", "AIRPORT", "ANGB", "AP", "AUT", "AWOS", "BUOY", "CFB",
+           "CNTY", "CS", "DT", "EXPRESS", "FIELD", "FLD", "HELMS", "LIGHT", "MCAF", "MCAS", "MEM", "MUNI",
+           "NAF", "NAS", "NAWS", "NDB", "NS", "NWS", "OIL", "PASS", "PLAT", "PLATFORM", "RES", "RIG"}
+# The principal towns of North America by one of their stations, with their names where the station has another one.
+PRINCIPAL = """
+    KNYC=New York, KCQT=Los Angeles, KORD, KIAH, KPHX, KPHL, KSAT, KSAN, KDFW, KDCA, KBOS, KATL, KMIA,
+    KDTW=Detroit, KDEN, KSFO, KSEA=Seattle, KMSP=Minneapolis, KSTL, KTPA, YYZ, YUL, YVR, YYC, YOW, YEG=Edmonton,
+    YWG, WQB, YHZ, MMMX, MMAN, MUHA, KOKC, KMKC=Kansas City, KBNA=Nashville, KCMH=Columbus, KIND, KCLT, KJAX,
+    KAUS=Austin, KELP, KMEM, KBWI, KPDX, KLAS, KMKE, KABQ, KTUS, KFAT=Fresno, KSAC, KOMA, KMSY, KCLE, KPIT,
+    KCVG, KBUF, KRDU=Raleigh, KRIC, KORF, KSDF, KSLC, KBHM=Birmingham, KTUL, KICT, KLIT=Little Rock,
+    KMCO=Orlando, KPVD, KBDL=Hartford, KALB=Albany, KROC, KSYR, KGRR, KDSM, KLNK, KTOP, KJAN, KMOB, KMGM, KHSV,
+    KTYS, KCHA=Chattanooga, KSAV, KCHS=Charleston, KCAE=Columbia, KGSO, KROA, KCRW, KTLH, KSHV,
+    KBTR=Baton Rouge, KLBB, KAMA, KMAF, KCRP, KSPS, KBRO=Brownsville, KSGF=Springfield, KDDC, KPUB=Pueblo, KGJT,
+    KCYS, KCPR, KRAP, KFSD, KBIS, KFAR, KDLH, KGRB, KMSN, KBIL, KGTF, KMSO, KHLN, KBOI, KPIH, KGEG, KRNO, KEUG,
+    KMFR, KPWM=Portland, KBTV, YXE, YQR, YQT, YSJ, YYT, YYJ, YQM, YXY, YZF, PANC, PAFA, PAJN, MMHO, MYNN, TJSJ
+"""
 POLE = 89.9
 
 
@@ -174,29 +189,49 @@ def make_states(topology, border, out):
 
 
 def stations(path):
-    """Name, rank, latitude, longitude of each line of a city file. First come those of a high priority, and among
-    them those that report to the world, as a WMO number says."""
+    """Name, station, rank, latitude, longitude of each line of a city file. First come those of a high priority, and
+    among them those that report to the world, as a WMO number says."""
     for line in path.read_text().splitlines():
         words = line[NAME_WIDTH:].split()
-        yield line[:NAME_WIDTH].strip(), (int(words[3].strip("-")), len(words) < 8), float(words[4]), float(words[5])
+        rank = int(words[3].strip("-")), len(words) < 8
+        yield line[:NAME_WIDTH].strip(), words[2], rank, float(words[4]), float(words[5])
+
+
+def towns(file):
+    """Name, latitude and longitude of the stations that are called after a town, the important ones first. Radars
+    stand too far from the towns that they are called after."""
+    principal = {}
+    for entry in PRINCIPAL.replace("\n", " ").split(","):
+        station, _, name = entry.strip().partition("=")
+        principal[station] = len(principal), name
+    found = set()
+    ranked = []
+    for name, station, rank, lat, lon in stations(file):
+        place, own = principal.get(station, (len(principal), ""))
+        cut = len(name) == NAME_WIDTH and "/" not in name
+        name = own or name.split("/")[0].strip()
+        if station in principal:
+            found.add(station)
+        elif cut or NO_TOWN & set(name.upper().split()):
+            continue
+        if name.replace(" ", "").replace(".", "").replace("'", "").isalpha():
+            ranked.append((place, rank, name.title().replace("Mc ", "Mc").replace("'S", "'s"), lat, lon))
+    if missing := principal.keys() - found:
+        sys.exit(f"{file}: no {', '.join(sorted(missing))}")
+    return [town[2:] for town in sorted(ranked)]
 
 
 def make_places(file, path):
-    """Towns with space for their names between them, the important ones first. Radars stand too far from the towns
-    that they are called after."""
+    """Towns with space for their names between them."""
     taken = []
     by_degree = {}
-    for _, _, name, lat, lon in sorted((rank, len(name), name, lat, lon) for name, rank, lat, lon in stations(file)):
-        cut = len(name) == NAME_WIDTH and "/" not in name
-        name = name.split("/")[0].strip().upper()
-        if cut or NO_TOWN & set(name.split()):
-            continue
-        name = name.title().replace("Mc ", "Mc")
+    for name, lat, lon in towns(file):
         cells = [(int(lat) + i, int(lon) + j) for i in (-1, 0, 1) for j in (-3, -2, -1, 0, 1, 2, 3)]
-        if not name.replace(" ", "").isalpha() or any(
-                distance((lon, lat), other) < TOWNS_APART_KM for cell in cells for other in by_degree.get(cell, ())):
+        others = [other for cell in cells for other in by_degree.get(cell, ())]
+        if any(distance((lon, lat), place) < (SAME_TOWN_KM if other == name else TOWNS_APART_KM)
+               for other, place in others):
             continue
-        by_degree.setdefault((int(lat), int(lon)), []).append((lon, lat))
+        by_degree.setdefault((int(lat), int(lon)), []).append((name, (lon, lat)))
         taken.append((name, lat, lon))
     with open(path, "w") as out:
         out.write('<?xml version="1.0" encoding="UTF-8"?>\n<kml xmlns="http://www.opengis.net/kml/2.2">\n <Document>\n')
