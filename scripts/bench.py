@@ -153,6 +153,20 @@ def volumes(empty):
           "\nthat has lines for every radial.")
 
 
+def maps():
+    """The sample product with the default map and without, by scale of the view."""
+    sample = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "data", "sample.nids")
+    views = [("national", ["-pd", "us"]), ("regional", ["-pd", "lc:40:-97:33:45,35.3,-97.3,91,61,.15,.15"]),
+             ("local", ["-pd", "lc:40:-97:33:45,35.3,-97.3,91,61,.05,.05"])]
+    print(f"\n{'map':10} {'without':>9} {'with':>9} {'+ms':>7} {'+MB':>6}")
+    for name, view in views:
+        draw = [program, "-in", "nids", sample, "-df", config, "-de", "ps,/dev/null,color", *view]
+        got = measure({"without": [*draw, "-dr", "plot,data,text"], "with": draw})
+        (bare_time, bare_memory), (time_taken, memory) = got["without"], got["with"]
+        print(f"{name:10} {bare_time * 1e3:9.2f} {time_taken * 1e3:9.2f} {(time_taken - bare_time) * 1e3:7.2f} "
+              f"{(memory - bare_memory) / 1024:6.1f}")
+
+
 def loop():
     """A loop of 24 frames in a window: when the first one shows, and what it takes."""
     if not os.environ.get("DISPLAY"):
@@ -217,6 +231,7 @@ def main():
           "\ndefault map adds to own; MB: with it.")
     pictures(empty)
     volumes(empty)
+    maps()
     loop()
 
 
