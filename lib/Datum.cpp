@@ -71,7 +71,7 @@ void Datum::setData(char c) {
 int Datum::formatData(const char* form, ...) {
   va_list args;
   va_start(args, form);
-  std::vsnprintf(data, sizeof data, form, args);
+  std::vsnprintf(data, sizeof data, form != nullptr ? form : "", args);
   va_end(args);
   return StrLib::length(data);
 }

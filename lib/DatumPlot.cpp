@@ -219,7 +219,7 @@ int DatumPlot::draw(Plot& plot, const Datum& datum) {
       readColors(plot);
     }
     setColors(plot, StrLib::valid(job.a.color) ? job.a.color : attr.color);
-    plot.setSymbol(job.a.symbol);
+    plot.setSymbol(StrLib::valid(job.a.symbol) ? job.a.symbol : attr.symbol);
     drawShape(job);
   }
   ppt = job.place;

@@ -346,7 +346,7 @@ int NidsPlot::draw(Plot& plot) {
   return 1;
 }
 
-/** The map stands among the storm variables, to be drawn where it stands there. */
+/** The map stands among the storm variables: then no map layer is drawn. */
 bool NidsPlot::variablesHaveMap() const {
   for (int i = 0; i < vars.getNum(); i++) {
     if (vars.isMap(i)) {
@@ -698,7 +698,9 @@ void NidsPlot::drawPages(Plot& plot, const PlotAttr& data_attr) {
     page.ny = std::min(Tools::cut(std::round(page_side / aspect)), max_side);
   }
   plot.setDomain(page);
+  constexpr int max_storms = 2000;  // far more than a radar can tell apart
   StormAttr storm;
+  int num_storms = 0;
   for (float down = 0.0F; nids.graphicLayer() > 0; down += page_step) {
     while (nids.readPacket() > 0) {
       if (nids.isPacketVector()) {
@@ -710,7 +712,8 @@ void NidsPlot::drawPages(Plot& plot, const PlotAttr& data_attr) {
         nids.readText(text);
         drawPageText(plot, data_attr, text, down);
         storm.decode(text.data.data());
-        if (storm.isValid() && draw_data) {
+        if (storm.isValid() && draw_data && vars.getNum() > 0 && num_storms < max_storms) {
+          num_storms++;
           plot.setDomain(picture);
           drawStorm(plot, storm);
           plot.setDomain(page);
@@ -761,7 +764,7 @@ void NidsPlot::drawPageText(Plot& plot, const PlotAttr& data_attr, const NidsTex
   std::array<char, sizeof(text.data)> line = text.data;
   std::replace_if(
       line.begin(), line.begin() + StrLib::length(line.data()),
-      [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, ' ');
+      [](char c) { return (static_cast<unsigned char>(c) & 0x7F) < ' ' || c == '\x7F'; }, ' ');
   Zqv::outMessage(level, "%s\n", line.data());
 }
 
@@ -777,6 +780,7 @@ int NidsPlot::drawStorm(Plot& plot, const StormAttr& storm) {
     dplot.emplace();
   }
   plot.setText();
+  plot.setLine();
   const PlotAttr attr(color.valid() ? color.get() : nullptr, plot.getInverse() ? "black" : "white");
   dplot->setAttr(attr);
   plot.setText(attr);

@@ -97,7 +97,7 @@ def pictures(empty):
     display = os.environ.get("DISPLAY")
     for name, what in PRODUCTS:
         file = os.path.join(products, name + ".nids")
-        for look, args in (("bare", ["-dr", "plot,data", "-pa", "nobord"]), ("full", [])):
+        for look, args in (("bare", ["-dr", "plot,data", "-pa", "nobord"]), ("full", ["-dr", "plot,data,text"])):
             width, height = dump_pixels(file, args)
             for kind, pixels in (("png", "picture.rgb"), ("gif", "picture.ind")):
                 draw = [program, "-in", "nids", file, "-df", config, "-ou", f"{kind}:/dev/null", *args]
