@@ -203,6 +203,16 @@ int getRegion(const char* reference, String& out) {
 }
 
 /** @return 1, 0, or -1 where regions lead to each other without end */
+int decodeLayout(DomainVal& val, const Strings& values) {
+  for (const Layout& layout : LAYOUTS) {
+    if (DomainTool::setParams(val, values, layout.format) != 0) {
+      applyDefaults(val, layout.defaults);
+      return 1;
+    }
+  }
+  return 0;
+}
+
 int decodeText(DomainVal& val, const char* text, int depth) {
   if (!StrLib::valid(text)) {
     return 0;
@@ -211,11 +221,8 @@ int decodeText(DomainVal& val, const char* text, int depth) {
     return 1;
   }
   const Strings values(text, ',');
-  for (const Layout& layout : LAYOUTS) {
-    if (DomainTool::setParams(val, values, layout.format) != 0) {
-      applyDefaults(val, layout.defaults);
-      return 1;
-    }
+  if (decodeLayout(val, values) != 0) {
+    return 1;
   }
   String region;
   if (depth < MAX_DEPTH && values.valid(0) && getRegion(values.getString(0), region) != 0) {
@@ -256,6 +263,15 @@ int DomainTool::decode(DomainVal& val, const char* text) {
     Zqv::outWarning("DomainTool::decode: Invalid plot domain: %s\n", text);
   }
   return std::max(result, 0);
+}
+
+int DomainTool::decodeStored(DomainVal& val, const char* text) {
+  return StrLib::valid(text) ? decodeLayout(val, Strings(text, ',')) : 0;
+}
+
+int DomainTool::decodeStored(Domain& domain, const char* text) {
+  DomainVal val;
+  return decodeStored(val, text) == 0 ? 0 : domain.set(val);
 }
 
 int DomainTool::decode(Domain& domain, const char* text) {

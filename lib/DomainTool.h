@@ -20,6 +20,10 @@ class DomainTool {
   static int decode(DomainVal& val, const char* text);
   /** The same on a fresh value. @return 1; 0 with the domain left as it was */
   static int decode(Domain& domain, const char* text);
+  /** The same for a text that stands in a data file: no region is looked up, and nothing is said
+   * about one that is no domain. @return 1 or 0 */
+  static int decodeStored(DomainVal& val, const char* text);
+  static int decodeStored(Domain& domain, const char* text);
   /** The domain of the resource plot_domain, or if that isn't set of the fallback. @return 1; 0 if
    * there is neither, or the text is wrong */
   static int set(Domain& domain, const char* fallback);

@@ -1,6 +1,7 @@
 #include "File.h"
 
 #include <algorithm>
+#include <csignal>
 #include <cstdarg>
 #include <cstring>
 #include <limits>
@@ -41,7 +42,12 @@ int File::open(const char* name, const char* mode) {
   }
   if (as_pipe || *name == '|') {
     type = 1;
-    return attach(::popen(*name == '|' ? name + 1 : name, access == 0 ? "r" : "w"));
+    // The command gets the usual way to end when nobody reads on, whatever this program does about
+    // it.
+    const auto own = std::signal(SIGPIPE, SIG_DFL);
+    std::FILE* pipe = ::popen(*name == '|' ? name + 1 : name, access == 0 ? "r" : "w");
+    std::signal(SIGPIPE, own);
+    return attach(pipe);
   }
   String path;
   FileTool::addUserPath(name, path);

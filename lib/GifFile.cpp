@@ -343,6 +343,7 @@ void GifFile::init() {
 int GifFile::open(const char* name, int how) {
   close();
   access = how;
+  begun = false;
   file_num = 0;
   opened = (how == 0 || how == 1) && file.open(name, how == 0 ? "r" : "w") != 0;
   return opened ? 1 : 0;
@@ -350,7 +351,8 @@ int GifFile::open(const char* name, int how) {
 
 int GifFile::close() {
   if (!opened) return 0;
-  if (file_num != 0) file.write(";", 1);
+  if (begun) file.write(";", 1);
+  begun = false;
   file_num = 0;
   opened = false;
   return file.close();
@@ -451,7 +453,7 @@ int GifFile::readComment(Image& image) {
     const bool is_domain = text.compare(0, 3, "pd=") == 0 || text.compare(0, 5, "proj=") == 0;
     if (is_domain) {  // a domain has commas of its own
       Domain domain;
-      if (DomainTool::decode(domain, text.c_str() + text.find('=') + 1) != 0) {
+      if (DomainTool::decodeStored(domain, text.c_str() + text.find('=') + 1) != 0) {
         image.bindDomain(domain);
       }
       break;
@@ -606,8 +608,8 @@ int GifFile::copyFrames(File& from) {
     table.resize(tableBytes(tableSize(flags)));
     from.read(table.data(), table.size());
   }
-  const bool is_first = file_num == 0;
-  if (is_first) {
+  if (!begun) {
+    begun = true;
     head[4] = '9';
     file.write(head, sizeof(head));
     file.write(table.data(), table.size());

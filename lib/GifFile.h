@@ -69,8 +69,9 @@ class GifFile {
   int local_color_exist = 0;
   int local_color_size = 0;
   int code_size = 0;
-  int num_pixel = 0;  ///< pixels decoded
-  int file_num = 0;   ///< frames of an animation written so far, -1 behind the last one
+  int num_pixel = 0;   ///< pixels decoded
+  bool begun = false;  ///< an animation has its header
+  int file_num = 0;    ///< frames of an animation written so far, -1 behind the last one
   int loop_end_delay = 0;
   int loop_delay = 0;
 };

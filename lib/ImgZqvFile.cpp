@@ -167,10 +167,10 @@ int ImgZqvFile::readHeader(Image& image) {
   char line[MAX_LINE + 1];
   readLine(line, sizeof(line));
   if (!StrLib::equal(line, MAGIC, MAGIC_SIZE)) return -1;
-  ver = 3;
+  int found = 3;
   for (const char* flag = line + MAGIC_SIZE; *flag != '\0'; flag++) {
     switch (*flag) {
-      case '4': ver = 4; break;
+      case '4': found = 4; break;
       case '*': dtype |= OTHER_FILE; break;
       case 'Z': dtype |= COMPRESSED; break;
       case 'V': dtype |= VALUES; break;
@@ -178,7 +178,7 @@ int ImgZqvFile::readHeader(Image& image) {
       default: break;
     }
   }
-  image.setVersion(ver);
+  image.setVersion(found);
   readLine(line, sizeof(line));
   DateTool::decode(line, date);
   image.setDatim(line);
@@ -228,7 +228,7 @@ int ImgZqvFile::readDomain(Domain& domain, int& width, int& height) {
   const char* blank = std::strchr(text, ' ');
   DomainVal val;
   if (blank == nullptr) {
-    if (DomainTool::decode(val, text) == 0 || val.proj == Const::MISS) return 0;
+    if (DomainTool::decodeStored(val, text) == 0 || val.proj == Const::MISS) return 0;
   } else if (readWord(std::string(text, static_cast<size_t>(blank - text)), val) != 0) {
     std::sscanf(blank, "%f %f %f %f %9d %9d", &val.clat, &val.clon, &val.dx, &val.dy, &val.nx,
                 &val.ny);

@@ -311,10 +311,11 @@ int Lev2File::unpack(bool fresh) {
   if (Zqv::checkDebug(3)) {
     bz.print();
   }
-  if (bz.isError() || unpacked > max_unpacked) {
+  // What came out ahead of a fault is as good as the rest.
+  const int made = room - bz.getAvailOut();
+  if ((bz.isError() && made < 1) || unpacked > max_unpacked) {
     return -1;
   }
-  const int made = room - bz.getAvailOut();
   Zqv::outDebug(6, "NSIZE: %d \n", made);
   unpacked += made;
   osize += made;
@@ -322,6 +323,10 @@ int Lev2File::unpack(bool fresh) {
   iavail = bz.getAvailIn();
   iptr = isize - iavail;
   Zqv::outDebug(6, "XZ %d %d %d %d\n", blk_off, osize, optr, oavail);
+  if (bz.isError()) {
+    stop();
+    return made;
+  }
   // A stream whose input has ended stands still.
   return (stat != BZ_OK && stat != BZ_STREAM_END) || (stat == BZ_OK && made == 0) ? -1 : made;
 }
@@ -363,9 +368,13 @@ int Lev2File::readData() {
       made = unpack(fresh);
     } else {
       made = std::min(isize, window - osize);
-      std::copy_n(in.begin(), made, out.begin() + osize);
-      osize += made;
-      oavail += made;
+      unpacked += made;
+      if (unpacked > max_unpacked) {
+        made = -1;
+      }
+      std::copy_n(in.begin(), std::max(made, 0), out.begin() + osize);
+      osize += std::max(made, 0);
+      oavail += std::max(made, 0);
       Zqv::outDebug(6, "YZ %d %d %d %d\n", blk_off, osize, optr, oavail);
     }
     if (made < 0) {

@@ -15,6 +15,7 @@ namespace {
 
 constexpr int MARK_SIZE = 3;
 constexpr int ESCAPE = 0xf0;
+constexpr int MAX_RUN = 1 << 24;
 constexpr int LINE_MARK = 0x0c;
 constexpr int LABEL_SIZE = 80;
 constexpr int NUM_LEVELS = 17;
@@ -45,6 +46,7 @@ int NowradFile::close() {
 void NowradFile::start() {
   data.fill(0);
   pre = 0;
+  held = -1;
   num = run = col = col_mask = 0;
   tot_run = height = width = 0;
   label.clear();
@@ -135,16 +137,27 @@ int NowradFile::readLine() {
 int NowradFile::readPacket(NowradPacket& packet) {
   unsigned char b = 0;
   unsigned char more[2] = {};
-  if (!opened || file.read(&b, 1) != 1) return 0;
+  if (!opened) return 0;
+  if (held >= 0) {
+    b = static_cast<unsigned char>(held);
+    held = -1;
+  } else if (file.read(&b, 1) != 1) {
+    return 0;
+  }
   run = 0;
   col = b & 15U;
   if (b == 0) {
-    const int n = file.read(more, 2);
-    if (n == 2 && more[0] == ESCAPE && more[1] != 0) {
-      data = {b, more[0], more[1]};
-      return 0;
+    // Only a marker byte needs a look at the one behind it, and a step back.
+    if (file.read(more, 1) == 1) held = more[0];
+    if (held == ESCAPE) {
+      const int n = file.read(more, 1);
+      if (n == 1 && more[0] != 0) {
+        data = {b, ESCAPE, more[0]};
+        held = -1;
+        return 0;
+      }
+      if (n > 0) file.seek(-n, SEEK_CUR);
     }
-    if (n > 0) file.seek(-n, SEEK_CUR);
   }
   switch (b >> 4) {
     case 0x0d:
@@ -169,7 +182,7 @@ int NowradFile::readPacket(NowradPacket& packet) {
       pre = b;
       break;
   }
-  tot_run += static_cast<int>(run);
+  tot_run = std::min(tot_run + static_cast<int>(run), MAX_RUN);
   packet = {static_cast<int>(run), static_cast<int>(col), static_cast<int>(col_mask)};
   return 1;
 }

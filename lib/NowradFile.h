@@ -61,6 +61,7 @@ class NowradFile {
   unsigned int run = 0;
   unsigned int col = 0;  ///< level of the run
   unsigned int col_mask = 0;
+  int held = -1;    ///< byte read ahead, -1 for none
   int tot_run = 0;  ///< pixels of the line so far
   std::string label;
   Date date;

@@ -44,7 +44,7 @@ constexpr int COMPRESS_LEVEL = 4;
 /** What libpng may take for the text chunks of a file, of which one may unpack to much text, and
  * for anything at once: it clears room for what a chunk states as its length. A row takes at most 8
  * MB. */
-constexpr int MAX_TEXTS = 16;
+constexpr int MAX_TEXTS = 128;
 constexpr int MAX_TEXT_SIZE = 1 << 20;
 constexpr size_t MAX_MEMORY = 9 << 20;
 
@@ -149,7 +149,7 @@ void setDate(Image& image, const char* text) {
 
 void setDomain(Image& image, const char* text) {
   Domain domain;
-  if (DomainTool::decode(domain, text) != 0) image.bindDomain(domain);
+  if (DomainTool::decodeStored(domain, text) != 0) image.bindDomain(domain);
 }
 
 void setComment(Image& image, const char* text) {

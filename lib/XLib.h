@@ -41,6 +41,7 @@ namespace ZQV {
   F(XFlush)                   \
   F(XFree)                    \
   F(XFreeCursor)              \
+  F(XFreeFontInfo)            \
   F(XFreeFont)                \
   F(XFreeGC)                  \
   F(XFreePixmap)              \

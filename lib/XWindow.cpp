@@ -407,6 +407,11 @@ int XWindow::close() {
     for (GC context : gcs) xlib->XFreeGC(d, context);
     xlib->XFreeGC(d, base_gc);
     if (font_info != nullptr) xlib->XFreeFont(d, font_info);
+  } else {
+    // Without the server only what lies on this side.
+    for (GC context : gcs) xlib->XFree(context);
+    xlib->XFree(base_gc);
+    if (font_info != nullptr) xlib->XFreeFontInfo(nullptr, font_info, 1);
   }
   frames.assign(static_cast<size_t>(max_frame), XFrame());
   num_frame = 0;

@@ -345,7 +345,7 @@ TEST_F(WindowTest, ALostServerEndsTheLoop) {
   ASSERT_TRUE(saysSoon(DRAWN, 3));
   std::this_thread::sleep_for(std::chrono::milliseconds(700));
   server.kill();
-  EXPECT_EQ(ended(), 0);
+  EXPECT_EQ(ended(), 0) << dir.read("err.txt");
   EXPECT_NE(dir.read("err.txt").find("X11 Disconnected\n"), std::string::npos);
 }
 
