@@ -283,6 +283,115 @@ TEST_F(DatumTest, WindsAndLines) {
             "L 0.00,0.00 0.00,9.00 | L 0.00,9.00 3.00,9.00");
 }
 
+TEST_F(DatumTest, BarbsCountTheKnots) {
+  // A staff of 25 units: pennants, full and half barbs by the height where they begin, 3 apart.
+  const struct {
+    float speed;
+    const char* strokes;
+  } rows[] = {{3, "H22"},
+              {7, "H22"},
+              {10, "B25"},
+              {15, "B25 H22"},
+              {25, "B25 B22 H19"},
+              {47, "B25 B22 B19 B16 H13"},
+              {48, "P25"},
+              {50, "P25"},
+              {65, "P25 B19 H16"},
+              {115, "P25 P22 B16 H13"},
+              {300, "P25 P22 P19 P16 P13 P10"},
+              {400, "P25 P22 P19 P16 P13 P10"}};
+  for (const auto& row : rows) {
+    std::string expected;
+    std::istringstream words(row.strokes);
+    char kind = 0;
+    for (double y = 0; words >> kind >> y;) {
+      const bool half = kind == 'H';
+      const double rise = kind == 'B' ? 3 : 0;
+      char text[90];
+      std::snprintf(text, sizeof text, "%c 0.00,%.2f %.2f,%.2f", kind == 'P' ? 'F' : 'L', y,
+                    half ? 6.25 : 12.5, y + (half ? 1.5 : rise));
+      expected += text;
+      std::snprintf(text, sizeof text, " 0.00,%.2f 0.00,%.2f", y - 3, y);
+      expected += kind == 'P' ? text : "";
+      expected += " | ";
+    }
+    expected += "L 0.00,2.00 0.00,25.00";
+    const std::string twice = shape(drawn([&](Plot& plot) {
+      plot.setDropShadow(2);
+      EXPECT_EQ(WindPlot::drawBarb(plot, Point(0, 0), Wind(0, row.speed), 25, 2), 1);
+      EXPECT_EQ(plot.getDropShadow(), 2);
+    }));
+    EXPECT_TRUE(twice.starts_with(expected + " | ")) << row.speed << ": " << twice;
+    EXPECT_EQ(twice.substr(twice.size() / 2 + 2), expected) << "again, over its shadow";
+  }
+}
+
+TEST_F(DatumTest, SizesAndSettingsOfShapes) {
+  const auto draw = [&](int type, float a, float b, const char* data, const char* format,
+                        const char* param = "", const char* attr = "",
+                        const char* plane = nullptr) {
+    return shape(drawn([&](Plot& plot) {
+      if (plane != nullptr) {
+        Domain other;
+        other.set(plane);
+        plot.setPanel(other);
+      }
+      DatumPlot dplot;
+      dplot.setParam(param);
+      dplot.setAttr(attr);
+      Datum datum(plane != nullptr ? EarthPoint(80, 30) : EarthPoint(0, 0));
+      datum.setType(type);
+      datum.setValue(0, a);
+      datum.setValue(1, b);
+      datum.setData(data);
+      datum.setFormat(format);
+      dplot.draw(plot, datum);
+    }));
+  };
+  // Circles begin at their top.
+  EXPECT_TRUE(draw(Datum::CLOUD, 0, 0, "0", "").starts_with("L 0.00,1.00 "));
+  EXPECT_TRUE(draw(Datum::WBARB, 0, 0, "", "").starts_with("L 0.00,0.30 "));
+  EXPECT_TRUE(draw(Datum::AVECT, 0, 0, "", "").starts_with("L 0.00,0.60 "));
+  const std::string both = draw(Datum::DBARB, 0, 0, "", "");
+  EXPECT_NE(both.find("| L 0.00,0.60 "), std::string::npos) << both;
+  // A symbol of 3 units about its place.
+  EXPECT_EQ(draw(Datum::SYMB, 0, 0, "cross", ""),
+            "L -1.05,-1.05 1.05,1.05 | L -1.05,1.05 1.05,-1.05");
+  // The head goes back by a fifth of the vector, to its sides by the expansion of that.
+  EXPECT_EQ(draw(Datum::AVECT, 180, 40, "", "exp=.5"),
+            "L 0.00,0.00 0.00,9.26 | L 0.00,9.26 -0.93,7.41 | L 0.00,9.26 0.93,7.41");
+  EXPECT_NE(draw(Datum::AVECT, 180, 40, "", "", "", "white,te=.5").find("-0.93,7.41"),
+            std::string::npos);
+  EXPECT_EQ(draw(Datum::TRACK, 270, 53.9957F, "", "track,mx=1,exp=.5"),
+            "L 0.00,0.00 1.00,0.00 | L 0.50,1.00 0.50,-1.00 | L 1.00,0.00 -1.00,-1.00 | "
+            "L 1.00,0.00 -1.00,1.00");
+  // Marks of 1.8 units, times the height and the scale, whoever sets them.
+  const std::string twice = "L -1.80,0.00 1.80,0.00 | L 0.00,-1.80 0.00,1.80";
+  EXPECT_EQ(draw(Datum::MARK, 0, 0, "plus", "hi=2"), twice);
+  EXPECT_EQ(draw(Datum::MARK, 0, 0, "plus", "", "", "white,hi=2"), twice);
+  EXPECT_EQ(draw(Datum::MARK, 0, 0, "plus", "", "sc=2"), twice);
+  EXPECT_EQ(draw(Datum::TEXT, 0, 0, "I", ""), "L 0.00,0.94 0.00,-0.86") << "50 of 105 below";
+  EXPECT_EQ(draw(Datum::MARK, 0, 0, "plus", "hi=2,sh=1"), twice + " | " + twice);
+  draw(Datum::TEXT, 0, 0, "I", "wi=3");
+  EXPECT_NE(dir.read("m").find("TWID 3.00\n"), std::string::npos);
+  // On a polar map a bearing turns with the meridian, here by 30 degrees, and a way takes the
+  // factor 1.866 / (1 + sin 80) = 0.94.
+  const char* polar = "ps,90,0,101,101,1,1";
+  EXPECT_EQ(draw(Datum::TRACK, 30, 53.9957F, "", "track,mx=1,exp=0", "", "", polar),
+            "L 5.20,-9.01 5.20,-9.95 | L 6.20,-9.48 4.20,-9.48");
+
+  Zqv::putResrc("plot_scale", "2");
+  EXPECT_EQ(draw(Datum::MARK, 0, 0, "plus", ""), twice);
+  Zqv::putResrc("plot_scale", "1");
+  Zqv::putResrc("format", "%.1f");
+  draw(Datum::VALUE, 3, 0, "", "fm=%.3f,fo=#device");
+  EXPECT_THAT(texts(), testing::ElementsAre("2 2 0.00,0.00 3.0")) << "ahead of the datum's";
+  dir.write("own.clr", "red #010203\nEND\n");
+  Zqv::putResrc("color_table", dir.at("own.clr").c_str());
+  EXPECT_NE(draw(Datum::MARK, 0, 0, "plus", "", "co=red"), "");
+  EXPECT_NE(dir.read("m").find("CLR 66051\n"), std::string::npos) << "red of the own table";
+}
+
 TEST_F(DatumTest, ValuesTakeTheColourOfTheirClass) {
   Zqv::putResrc("color_fill", "0:off,10:red");
   Zqv::putResrc("color_data", "blue");

@@ -524,7 +524,7 @@ TEST_F(RoadTest, StormsStandAtTheirAzimuthAndRange) {
       {"E4", 120, 5, "NONE", "NONE", 40, 49, 0, 0}, {"F5", 145, 55, "NONE", "NONE", 0, 0, 0, 0},
       {"G6", 181, 62, "NONE", "NONE", 0, 0, 0, 0},  {"H7", 200, 33, "NONE", "NONE", 0, 0, 0, 0},
       {"I8", 240, 81, "NONE", "NONE", 0, 0, 0, 0},  {"J9", 270, 110, "NONE", "NONE", 0, 0, 0, 0},
-      {"K1", 300, 20, "NONE", "3", 0, 60, 225, 40}, {"L2", 330, 90, "TVS", "5", 80, 100, 180, 20},
+      {"K1", 300, 20, "NONE", "4", 0, 74, 225, 40}, {"L2", 330, 90, "TVS", "5", 80, 75, 180, 20},
       {"M3", 359, 1, "NONE", "NONE", 0, 0, 90, 30}};
   NidsMaker maker;
   maker.code = 58;
@@ -644,7 +644,9 @@ TEST_F(RoadTest, StormsStandAtTheirAzimuthAndRange) {
   EXPECT_EQ(first("ctop:un=km"), "0.6 of 13") << "20 hundreds of feet";
   EXPECT_EQ(first("dbzm:un=cm"), "50.0 of 13") << "never converted";
   EXPECT_EQ(first("cspd:un=km/h"), "74.1 of 3");
-  EXPECT_EQ(first("meso"), "3.0 of 2");
+  EXPECT_EQ(first("cdir"), "225.0 of 3");
+  EXPECT_EQ(first("dbzht:un=km"), "0.3 of 13") << "10 hundreds of feet";
+  EXPECT_EQ(first("meso"), "4.0 of 2");
   EXPECT_EQ(first("meso5"), "5.0 of 1");
   EXPECT_EQ(first("tvs"), "1.0 of 1");
   EXPECT_EQ(first("poh"), "40.0 of 4") << "only where it is above 0";
@@ -656,13 +658,83 @@ TEST_F(RoadTest, StormsStandAtTheirAzimuthAndRange) {
   EXPECT_TRUE(texts("-va '\"cid:fm=fo=#dev\"' -dr=-data").empty());
 }
 
+TEST_F(RoadTest, AStormAmongTheLinesOfItsTable) {
+  const auto storm = [](int row, const std::string& place, const std::string& movement) {
+    return NidsMaker::text(
+        0, 0, row,
+        "    A0  " + place + " NONE NONE    0/  0/ 1.00    10  50 10.0  20.0  " + movement);
+  };
+  NidsMaker maker;
+  maker.code = 58;
+  maker.layers = {NidsMaker::text(0, 0, 0, " ")};
+  maker.pages = {NidsMaker::text(0, 0, 1, " STM ID  AZ/RAN TVS  MDA  POSH/POH/MX SIZE VIL") +
+                 NidsMaker::vectors(2, {{10, 5, 90, 5}}) + storm(11, "  0/  0", "  0/ 40") +
+                 NidsMaker::winds({{0, 20, 30, 90, 10}}) +
+                 NidsMaker::vectors(2, {{10, 45, 90, 45}}) + storm(21, " 90/ 50", "  NEW  ")};
+  const OwnPage page(461, 1);
+  const double high = page.height;  // the storm at no distance stands in the middle
+  const auto strokes = [&](const std::string& args) { return draw(maker, "-mf none " + args); };
+  const auto count = [](const std::vector<Record>& list, const Place& a, const Place& b,
+                        int style) {
+    return std::count_if(list.begin(), list.end(), [&](const Record& r) {
+      return r.kind == 'L' && r.points.size() == 2 && r.line_style == style &&
+             std::hypot(r.points[0].x - a.x, r.points[0].y - a.y) < 1e-5 &&
+             std::hypot(r.points[1].x - b.x, r.points[1].y - b.y) < 1e-5;
+    });
+  };
+  const auto staff = [&](double length) { return Place{0.5, 0.5 + length * high}; };
+  /** Full barbs of a wind from the north, every 0.12 of the staff of 0.05. */
+  const auto barbs = [&](const std::vector<Record>& list) {
+    int n = 0;
+    while (count(list, staff(0.05 - 0.006 * n),
+                 {0.5 + 0.025 * high, 0.5 + (0.056 - 0.006 * n) * high}, 1) == 1) {
+      n++;
+    }
+    return n;
+  };
+
+  // The composite: barb without a circle, identifier and top above it, in the data's colour.
+  const std::vector<Record> comp = strokes("-va comp -cod yellow:fo=#dev");
+  EXPECT_EQ(count(comp, {0.5, 0.5}, staff(0.05), 1), 1);
+  EXPECT_EQ(barbs(comp), 4);
+  std::string around;  // texts at the upper left and right
+  std::istringstream rows(dir.read("a.meta"));
+  for (std::string row; std::getline(rows, row);) {
+    Place p{};
+    char text[9] = "";
+    if (std::sscanf(row.c_str(), "T %lf,%lf %8s", &p.x, &p.y, text) == 3 &&
+        std::fabs(std::fabs(p.x - 0.5) - 0.012 * high) < 1e-5 &&
+        std::fabs(p.y - 0.5 - 0.02 * high) < 1e-5) {
+      around += (p.x < 0.5 ? "<" : ">") + std::string(text);
+    }
+  }
+  EXPECT_EQ(around, "<A0>20");
+  EXPECT_EQ(barbs(strokes("-va cmvmt:un=m/s")), 2) << "40 knots are 20.6 m/s";
+
+  // Storms and table in one picture: neither takes over the other's lines, plane or shadows.
+  const auto at = [&](double x, double y) {
+    return Place{0.5 + x / (std::round(512 / high) - 1), 0.5 - y * high / 511};
+  };
+  const std::vector<Record> all =
+      strokes("-va '\"cmvmt:fm=wbarb,sh=2\",cstat' -pa table -cog red:st=dsh");
+  EXPECT_EQ(count(all, {0.5, 0.5}, staff(0.05), 1), 2) << "over its shadow, and not dashed";
+  EXPECT_EQ(count(all, at(10, 5), at(90, 5), 2), 1);
+  EXPECT_EQ(count(all, at(10, 45), at(90, 45), 2), 1) << "behind the first storm";
+  EXPECT_EQ(count(all, at(20, 30), at(40, 30), 1), 1);
+
+  // Labels: the table's unit where none is asked for, and none for a variable of a layer.
+  strokes("-va ctop:un=,vil:la=1 -cot white:fo=#dev");
+  EXPECT_NE(dir.read("a.meta").find(" Cell top [100ft]\n"), std::string::npos);
+  EXPECT_EQ(dir.read("a.meta").find("integrated"), std::string::npos);
+}
+
 TEST_F(RoadTest, PagesOfTablesGoDownFromTheMiddle) {
   NidsMaker maker;
   maker.code = 37;
   maker.layers = {NidsMaker::raster({{0, 0}, {0, 0}})};
-  maker.pages = {
-      NidsMaker::text(0, 0, 1, "FIRST \x1b[2J") + NidsMaker::vectors(2, {{10, 5, 90, 5}}),
-      NidsMaker::winds({{0, 20, 30, 90, 50}}) + NidsMaker::vectors({{10, 5, 10, 45}})};
+  maker.pages = {NidsMaker::text(0, 0, 1, "FIRST \x1b[2J") + NidsMaker::text(0, 200, 100, "II") +
+                     NidsMaker::vectors(2, {{10, 5, 90, 5}}),
+                 NidsMaker::winds({{0, 20, 30, 90, 50}}) + NidsMaker::vectors({{10, 5, 10, 45}})};
   // The picture of 5 by 3 points is 2:1, the page of tables 1024 by 512 pixels about its middle.
   const auto at = [&](double x, double y) { return Place{0.5 + x / 1023, 0.5 - y * 0.5 / 511}; };
   const auto has_line = [&](const std::vector<Record>& records, const Place& a, const Place& b) {
@@ -676,6 +748,21 @@ TEST_F(RoadTest, PagesOfTablesGoDownFromTheMiddle) {
   const std::vector<Record> with = draw(maker, "-pa table");
   EXPECT_TRUE(has_line(with, at(10, 5), at(90, 5)));
   EXPECT_TRUE(has_line(with, at(10, 55), at(10, 95))) << "the second page 50 further down";
+  EXPECT_TRUE(has_line(with, at(20, 30), at(40, 30))) << "a staff of 20 pixels";
+  // Strokes of the text: 7 pixels high, and as far apart as fixed characters under the expansion.
+  std::vector<Record> bars;
+  std::copy_if(with.begin(), with.end(), std::back_inserter(bars), [&](const Record& r) {
+    return r.kind == 'L' && r.points.size() == 2 && r.points[0].x > at(199, 0).x &&
+           std::fabs(r.points[0].x - r.points[1].x) < 1e-6 &&
+           std::fabs(std::fabs(r.points[0].y - r.points[1].y) - 7 / 1022.0) < 1e-5;
+  });
+  ASSERT_EQ(bars.size(), 2U);
+  EXPECT_NEAR(std::max(bars[0].points[0].y, bars[0].points[1].y), at(200, 100).y, 1e-5);
+  EXPECT_NEAR(bars[1].points[0].x - bars[0].points[0].x, 7 * 0.85 * 1.25 / 1.05 / 1023, 1e-5);
+  // A picture of half the width has a page of 512 by 1024 pixels.
+  const double tall = 0.5 - 5 * 0.92 / 1023;
+  EXPECT_TRUE(has_line(draw(maker, "-pa table -pd xy,0,0,51,101,1,1"),
+                       {0.5 + 10 * 0.46 / 511, tall}, {0.5 + 90 * 0.46 / 511, tall}));
   EXPECT_NE(run.out.find("FIRST  [2J\n"), std::string::npos)
       << "lines go to the log, made harmless";
   const std::vector<Record> without = draw(maker);

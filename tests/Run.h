@@ -46,6 +46,7 @@ struct Record {
   int fill_color;
   int line_color;
   std::vector<Place> points;
+  int line_style = 1;
 };
 
 /** The drawing records of a metafile. */
@@ -55,6 +56,7 @@ inline std::vector<Record> readMeta(const std::string& text) {
   std::string line;
   int fill_color = -1;
   int line_color = -1;
+  int line_style = 1;
   while (std::getline(lines, line)) {
     std::istringstream words(line);
     std::string word;
@@ -63,8 +65,10 @@ inline std::vector<Record> readMeta(const std::string& text) {
       words >> fill_color;
     } else if (word == "LCLR") {
       words >> line_color;
+    } else if (word == "LSTY") {
+      words >> line_style;
     } else if (word == "F" || word == "L") {
-      Record record{word[0], fill_color, line_color, {}};
+      Record record{word[0], fill_color, line_color, {}, line_style};
       int n = 0;
       words >> n;
       char comma = 0;
