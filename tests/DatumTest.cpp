@@ -387,8 +387,7 @@ TEST_F(DatumTest, SizesAndSettingsOfShapes) {
   draw(Datum::VALUE, 3, 0, "", "fm=%.3f,fo=#device");
   EXPECT_THAT(texts(), testing::ElementsAre("2 2 0.00,0.00 3.0")) << "ahead of the datum's";
   dir.write("own.clr", "red #010203\nEND\n");
-  Zqv::putResrc("color_table", dir.at("own.clr").c_str());
-  EXPECT_NE(draw(Datum::MARK, 0, 0, "plus", "", "co=red"), "");
+  draw(Datum::MARK, 0, 0, "plus", "", ("co=red,ct=" + dir.at("own.clr")).c_str());
   EXPECT_NE(dir.read("m").find("CLR 66051\n"), std::string::npos) << "red of the own table";
 }
 

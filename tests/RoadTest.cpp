@@ -716,7 +716,7 @@ TEST_F(RoadTest, AStormAmongTheLinesOfItsTable) {
     return Place{0.5 + x / (std::round(512 / high) - 1), 0.5 - y * high / 511};
   };
   const std::vector<Record> all =
-      strokes("-va '\"cmvmt:fm=wbarb,sh=2\",cstat' -pa table -cog red:st=dsh");
+      strokes("-va 'cstat,\"cmvmt:fm=wbarb,sh=2\"' -pa table -cog red:st=dsh");
   EXPECT_EQ(count(all, {0.5, 0.5}, staff(0.05), 1), 2) << "over its shadow, and not dashed";
   EXPECT_EQ(count(all, at(10, 5), at(90, 5), 2), 1);
   EXPECT_EQ(count(all, at(10, 45), at(90, 45), 2), 1) << "behind the first storm";
