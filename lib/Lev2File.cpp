@@ -350,6 +350,10 @@ int Lev2File::readData() {
   }
   // A record may end just where the window was full before: then the next one gives the bytes.
   for (int made = 0; made == 0;) {
+    compact();
+    if (osize >= window) {
+      return 0;  // no message is that long
+    }
     const bool fresh = isize == 0 || bz.getStatus() == BZ_STREAM_END || !chain;
     if (fresh) {
       readRecord();
@@ -359,10 +363,6 @@ int Lev2File::readData() {
         isize = 0;
         return -1;
       }
-    }
-    compact();
-    if (osize >= window) {
-      return 0;  // no message is that long
     }
     if (chain) {
       made = unpack(fresh);

@@ -117,6 +117,10 @@ Lev2Plot::Lev2Plot(const char* params) {
 Lev2Plot::~Lev2Plot() = default;
 
 int Lev2Plot::init() {
+  begun.reset();
+  color_table.clear();
+  color_fill.clear();
+  tz = Timezone();
   id.clear();
   file_type = 0;
   plt_site = plt_graph = 0;

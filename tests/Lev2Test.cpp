@@ -243,6 +243,21 @@ TEST_F(Lev2Road, TakesStreamsPipesAndConventions) {
   EXPECT_EQ(dataFills(readMeta(dir.read("a.meta")), 0.5 - 1.0 / 3).size(), 2U);
 }
 
+TEST_F(Lev2Road, PipesEndCalmly) {
+  const Lev2Maker maker;
+  // More than a pipe holds stands behind the cut, where the walk ends.
+  std::string noise(400000, '\0');
+  unsigned v = 1;
+  for (char& c : noise) c = static_cast<char>((v = v * 1103515245U + 12345U) >> 24);
+  dir.write("v", plainVolume(maker, radials()) + noise);
+  run = runScopeview(dir, "-in lev2 -va ref1 -de meta,a.meta '|gzip -c v | gunzip -c'");
+  EXPECT_EQ(run.err, "") << "nobody is told of a broken pipe";
+  EXPECT_FALSE(dataFills(readMeta(dir.read("a.meta")), 0.5 - 1.0 / 3).empty());
+  // A stream without end is left at a volume's largest size.
+  run = runScopeview(dir, "-in lev2 -de meta,a.meta '|yes'");
+  EXPECT_EQ(run.status, 0);
+}
+
 TEST_F(Lev2Road, DamagedVolumesDrawWhatTheyHave) {
   const Lev2Maker maker;
   const std::vector<Radial> list = radials();
@@ -261,6 +276,8 @@ TEST_F(Lev2Road, DamagedVolumesDrawWhatTheyHave) {
   const std::string chain = Lev2Maker::record(first + second);
   std::string crc = chain;
   crc[10] ^= 0x40;
+  std::string sum = chain;
+  sum[sum.size() - 4] = static_cast<char>(sum[sum.size() - 4] ^ 1);
   const auto repeat = [](const std::string& text, int n) {
     std::string out;
     for (int i = 0; i < n; i++) {
@@ -290,6 +307,7 @@ TEST_F(Lev2Road, DamagedVolumesDrawWhatTheyHave) {
       {"azimuth that is no number", changed(body + 12, NidsMaker::u4(0x7FC00000)), 6},
       {"size of 0", changed(12, NidsMaker::u2(0)), 3},
       {"negative type", changed(15, "\x80"), 3},
+      {"damaged check sum: what came out ahead of it", maker.header() + chain + sum + chain, 10},
       {"damaged record", maker.header() + chain + crc + chain, 5},
       {"cut record", maker.header() + chain + chain.substr(0, chain.size() / 2), 5},
       {"record of none", maker.header() + chain + NidsMaker::u4(0) + chain, 5},

@@ -157,6 +157,10 @@ TEST(NowradFileTest, BadFilesGiveEmptyImages) {
   dir.write("mosaic", large.head());
   EXPECT_EQ(file.open(dir.at("mosaic").c_str()), 1);
   EXPECT_EQ(file.read(image), 0);
+  // More pixels in one line than a number holds.
+  std::string runs;
+  for (int i = 0; i < 33000; i++) runs += "\xd1\xff\xff";
+  EXPECT_EQ(readNowrad(dir, head + line(0, runs), file).getVal(2, 0), 1);
   // Lines past the height, and data that end in the middle of anything.
   std::string text = head;
   for (int i = 0; i < 9; i++) text += line(i, bytes({0xe1, 2, 0xd2, 1, 0, 0, 0}));

@@ -28,14 +28,14 @@ using namespace ZQV;
 
 namespace {
 
-constexpr int PATIENCE = 200;  ///< looks, 50 ms apart
-
 bool waitFor(const std::function<bool()>& condition) {
-  for (int i = 0; i < PATIENCE; i++) {
-    if (condition()) return true;
+  constexpr auto patience = std::chrono::seconds(10);
+  const auto end = std::chrono::steady_clock::now() + patience;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > end) return false;
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   }
-  return false;
+  return true;
 }
 
 std::string shellOutput(const std::string& command) {
@@ -74,7 +74,8 @@ class WindowTest : public testing::Test {
     id = windowId();
   }
   [[nodiscard]] std::string tool(const std::string& args) const {
-    return shellOutput("DISPLAY=" + server.display() + " xdotool " + args + " 2>/dev/null");
+    return shellOutput("DISPLAY=" + server.display() + " timeout 5 xdotool " + args +
+                       " 2>/dev/null");
   }
   [[nodiscard]] std::string windowId() const {
     const std::string found = tool("search --class Zqv");
