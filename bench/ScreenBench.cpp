@@ -1,6 +1,7 @@
 // Small filled polygons on the devices that paint pixels, and the bare rate of Xlib beside the
 // window. Those of the window need a display.
 
+#include <cmath>
 #include <cstdlib>
 #include <memory>
 #include <vector>
@@ -113,7 +114,7 @@ void bareXlib(benchmark::State& state) {
     std::vector<XPoint>& points = list.emplace_back();
     for (int i = 0; i < p.getNum(); i++) {
       points.push_back(
-          {static_cast<short>(p.getX(i) + 0.5F), static_cast<short>(p.getY(i) + 0.5F)});
+          {static_cast<short>(std::lround(p.getX(i))), static_cast<short>(std::lround(p.getY(i)))});
     }
   }
   for (auto _ : state) {

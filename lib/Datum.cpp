@@ -69,9 +69,13 @@ void Datum::setData(char c) {
 }
 
 int Datum::formatData(const char* form, ...) {
+  data[0] = '\0';
+  if (form == nullptr) {
+    return 0;
+  }
   va_list args;
   va_start(args, form);
-  std::vsnprintf(data, sizeof data, form != nullptr ? form : "", args);
+  std::vsnprintf(data, sizeof data, form, args);
   va_end(args);
   return StrLib::length(data);
 }
