@@ -61,29 +61,21 @@ void CellPainter::setRadial(double az0, double az1, float from, float step) {
   start = from;
   length = step;
   edge = -1;
-  side0.forget();
-  side1.forget();
 }
 
 void CellPainter::fillCell(int i) {
-  const auto place = [this](EdgeCurve& side, int k, float s, float c) {
-    const auto in_data = [&](int at) {
-      const float r = start + static_cast<float>(at) * length;
-      return Point(centre.x + r * s, centre.y + r * c);
-    };
-    if (same_proj) return in_data(k);
-    return side.at(k, [&](int at) {
-      const Point p = in_data(at);
-      return toPlot(p.x, p.y);
-    });
+  const auto place = [this](int k, float s, float c) {
+    const float r = start + static_cast<float>(k) * length;
+    const Point p(centre.x + r * s, centre.y + r * c);
+    return same_proj ? p : toPlot(p.x, p.y);
   };
   // Neighbouring cells share a side, so that each costs two corners.
   if (edge != i) {
-    near0 = place(side0, i, sin0, cos0);
-    near1 = place(side1, i, sin1, cos1);
+    near0 = place(i, sin0, cos0);
+    near1 = place(i, sin1, cos1);
   }
-  const Point far0 = place(side0, i + 1, sin0, cos0);
-  const Point far1 = place(side1, i + 1, sin1, cos1);
+  const Point far0 = place(i + 1, sin0, cos0);
+  const Point far1 = place(i + 1, sin1, cos1);
   fillCorners(near0, far0, far1, near1);
   near0 = far0;
   near1 = far1;

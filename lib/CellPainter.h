@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Domain.h"
-#include "EdgeCurve.h"
 #include "Point.h"
 #include "Points.h"
 
@@ -48,8 +47,6 @@ class CellPainter {
   int edge = -1;  ///< the cell at whose near side near0 and near1 lie, in the plot's plane
   Point near0;
   Point near1;
-  EdgeCurve side0;
-  EdgeCurve side1;
 };
 
 }  // namespace ZQV

@@ -461,8 +461,9 @@ int Domain::forwardLamb(EarthPoint& e, double& x, double& y) {
   } else if (e.lon - plon < -180) {
     e.lon += 360;
   }
-  const double half = (45 - static_cast<double>(scale) * e.lat / 2) * DRC;
-  const double r = mult * R * std::pow(std::tan(half), xfactor);
+  // The square of the tangent of half the distance from the pole, from a single sine.
+  const double s = std::sin(static_cast<double>(scale) * e.lat * DRC);
+  const double r = mult * R * std::pow((1 - s) / (1 + s), xfactor / 2.0);
   const double a = (static_cast<double>(e.lon) - plon) * xfactor * DRC;
   x = r * std::sin(a);
   y = -scale * r * std::cos(a);

@@ -41,6 +41,8 @@ constexpr int page_side = 512;      // pixels of a page of tables
 constexpr float page_step = 50.0F;  // pixels from one page down to the next
 constexpr float page_text_size = 7.0F;
 constexpr int max_side = 8192;  // rows, columns and bins of a domain that a file may ask for
+constexpr int longest_run = 255;
+constexpr int row_corners = max_side + longest_run + 2;
 
 constexpr const char* reflectivity_fill =
     "-100:off,5:blue,10:lblue,15:cyan,20:lcyan,25:green,30:lgreen,35:brown,40:yellow,45:red,"
@@ -513,16 +515,17 @@ void NidsPlot::drawRastors(Painter& painter) {
   const float x0 = c.x - static_cast<float>(info.nx - 1) / 2 * cell;
   float y = c.y + static_cast<float>(info.ny - 1) / 2 * cell;
   NidsRun run;
-  EdgeCurve upper;
-  EdgeCurve lower;
-  while (nids.readRastor() > 0) {
+  // Corners along the upper and the lower edge of the row, in the plot's plane: cells share them.
+  struct Corner {
+    int edge = -1;  ///< the edge that it was worked out for, counted from the top
+    Point place;
+  };
+  std::vector<Corner> upper(painter.same_proj ? 0 : row_corners);
+  std::vector<Corner> lower(upper.size());
+  for (int row = 0; nids.readRastor() > 0; row++) {
     float x = x0;
     int column = 0;
-    int edge_column = -1;  // at whose left near_up and near_low lie
-    Point near_up;
-    Point near_low;
     std::swap(upper, lower);  // the lower edge of the row before is the upper one of this
-    lower.forget();
     while (nids.readRun(run) > 0) {
       if (!draw_plot) {
         continue;
@@ -549,22 +552,16 @@ void NidsPlot::drawRastors(Painter& painter) {
         if (visible && painter.same_proj) {
           painter.fillCorners({x, y}, {x + cell, y}, {x + cell, y - cell}, {x, y - cell});
         } else if (visible) {
-          const auto up = [&](int k) {
-            return painter.toPlot(x0 + static_cast<float>(k) * cell, y);
+          const auto at = [&](std::vector<Corner>& corners, int k, int edge) -> const Point& {
+            Corner& corner = corners[static_cast<size_t>(k)];
+            if (corner.edge != edge) {
+              const float edge_y = edge == row ? y : y - cell;
+              corner = {edge, painter.toPlot(x0 + static_cast<float>(k) * cell, edge_y)};
+            }
+            return corner.place;
           };
-          const auto low = [&](int k) {
-            return painter.toPlot(x0 + static_cast<float>(k) * cell, y - cell);
-          };
-          if (edge_column != column) {
-            near_up = upper.at(column, up);
-            near_low = lower.at(column, low);
-          }
-          const Point far_up = upper.at(column + 1, up);
-          const Point far_low = lower.at(column + 1, low);
-          painter.fillCorners(near_up, far_up, far_low, near_low);
-          near_up = far_up;
-          near_low = far_low;
-          edge_column = column + 1;
+          painter.fillCorners(at(upper, column, row), at(upper, column + 1, row),
+                              at(lower, column + 1, row + 1), at(lower, column, row + 1));
         }
       }
     }
