@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
 #include <cstdlib>
+#include <limits>
 #include <string_view>
 
 #include "Point.h"
@@ -37,7 +39,12 @@ class StrokeText {
     const size_t digits = end;
     while (end < text.size() && text[end] >= '0' && text[end] <= '9') end++;
     if (end == digits) return false;
-    v = Tools::cut(std::strtod(std::string(text.substr(pos, end - pos)).c_str(), nullptr));
+    constexpr int64_t most = std::numeric_limits<int>::max();
+    int64_t n = 0;
+    for (size_t i = digits; i < end; i++) {
+      n = std::min(n * 10 + (text[i] - '0'), most);
+    }
+    v = static_cast<int>(text[pos] == '-' ? -n : n);
     pos = end;
     skipSpace();
     return true;

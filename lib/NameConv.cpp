@@ -95,14 +95,12 @@ int rounded(int v, int step) {
   return step > 1 ? v / step * step : v;
 }
 
+/** A number with zeros ahead, to the width that the first character of a text gives. */
 std::string digits(const char* width, int v) {
-  char text[24];
-  switch (*width) {
-    case '4': std::snprintf(text, sizeof(text), "%4.4d", v); break;
-    case '3': std::snprintf(text, sizeof(text), "%3.3d", v); break;
-    default: std::snprintf(text, sizeof(text), "%2.2d", v); break;
-  }
-  return text;
+  const auto wide = static_cast<size_t>(*width - '0');
+  std::string text = std::to_string(std::abs(v));
+  text.insert(0, text.size() < wide ? wide - text.size() : 0, '0');
+  return v < 0 ? "-" + text : text;
 }
 
 bool isDateToken(char c) {

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
@@ -37,10 +37,15 @@ bool nextWord(std::string_view& text, std::string& word) {
 }
 
 /** Reads "a,b"; what can't be read counts as 0. */
-void readPair(const char* text, float& a, float& b) {
-  char* end = nullptr;
-  a = std::strtof(text, &end);
-  b = end != text && *end == ',' ? std::strtof(end + 1, nullptr) : 0.0F;
+void readPair(const std::string& text, float& a, float& b) {
+  const char* end = text.data() + text.size();
+  const auto number = [end](const char* at, float& v) {
+    return std::from_chars(at < end && *at == '+' ? at + 1 : at, end, v).ptr;
+  };
+  const char* at = number(text.data(), a);
+  if (at != text.data() && at != end && *at == ',') {
+    number(at + 1, b);
+  }
 }
 
 /** A coordinate as it is stored. The small shift keeps 0.29 from becoming 28. */
@@ -93,7 +98,7 @@ int Symbol::read(const char* file_name) {
     } else {
       float a = 0.0F;
       float b = 0.0F;
-      readPair(word.c_str(), a, b);
+      readPair(word, a, b);
       add(toStored(a), toStored(b));
     }
   }
