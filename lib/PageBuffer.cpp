@@ -12,27 +12,15 @@ void PageBuffer::putInt(int v) {
   num = static_cast<size_t>(end.ptr - data.data());
 }
 
-void PageBuffer::putScaled(int64_t v, int digits, bool negative) {
-  char text[ROOM];
-  char* p = text + sizeof(text);
-  for (int i = 0; i < digits; i++, v /= 10) *--p = static_cast<char>('0' + v % 10);
-  if (digits > 0) *--p = '.';
-  do {
-    *--p = static_cast<char>('0' + v % 10);
-    v /= 10;
-  } while (v > 0);
-  if (negative) *--p = '-';
-  const auto n = static_cast<size_t>(text + sizeof(text) - p);
-  std::memcpy(data.data() + num, p, n);
-  num += n;
+char* PageBuffer::putLarge(char* p, uint64_t v) {
+  return std::to_chars(p, p + ROOM / 2, v).ptr;
 }
 
-/** A number too large for putScaled(). One that isn't finite would make the page unreadable and
+/** A number too large to be scaled. One that isn't finite would make the page unreadable and
  * comes out as 0. */
 void PageBuffer::putAny(float v, int digits) {
   if (!std::isfinite(v)) {
-    putScaled(0, digits, false);
-    return;
+    v = 0.0F;
   }
   const auto end = std::to_chars(data.data() + num, data.data() + num + ROOM,
                                  static_cast<double>(v), std::chars_format::fixed, digits);

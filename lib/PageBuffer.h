@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -47,7 +48,10 @@ class PageBuffer {
       putAny(v, digits);
       return;
     }
-    putScaled(static_cast<int64_t>(std::nearbyint(std::fabs(scaled))), digits, std::signbit(v));
+    // Beyond this sum there are no places behind the point: adding it rounds.
+    constexpr double whole_numbers = 4503599627370496.0;
+    putScaled<digits>(static_cast<int64_t>((std::fabs(scaled) + whole_numbers) - whole_numbers),
+                      std::signbit(v));
   }
   /** Text for a one-line comment or record: control characters become blanks. */
   void putLine(const char* text);
@@ -59,11 +63,59 @@ class PageBuffer {
   static constexpr size_t ROOM = 128;  ///< what one number takes at most
   static constexpr double POWERS[] = {1.0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6};
   static constexpr double MAX_SCALED = 1e15;
+  /** "00" to "99", and room for a look at two characters from the second on. */
+  static constexpr std::array<std::array<char, 3>, 100> PAIRS = [] {
+    std::array<std::array<char, 3>, 100> pairs{};
+    for (size_t i = 0; i < pairs.size(); i++) {
+      pairs[i] = {static_cast<char>('0' + i / 10), static_cast<char>('0' + i % 10), '\0'};
+    }
+    return pairs;
+  }();
 
   void reserve(size_t n) {
     if (num + n > CAPACITY) flush();
   }
-  void putScaled(int64_t v, int digits, bool negative);
+  /** A number times ten to the power of its digits behind the point. */
+  template <int digits>
+  void putScaled(int64_t scaled, bool negative) {
+    const auto v = static_cast<uint64_t>(scaled);
+    constexpr auto power = static_cast<uint64_t>(POWERS[digits]);
+    char* p = data.data() + num;
+    *p = '-';
+    p = putWhole(p + (negative ? 1 : 0), v / power);
+    if constexpr (digits > 0) {
+      *p = '.';
+      p += 1 + digits;
+      auto rest = static_cast<uint32_t>(v % power);
+      char* q = p;
+      for (int i = 0; i < digits / 2; i++, rest /= 100) {
+        q -= 2;
+        std::memcpy(q, PAIRS[rest % 100].data(), 2);
+      }
+      if (digits % 2 != 0) {
+        *--q = static_cast<char>('0' + rest);
+      }
+    }
+    num = static_cast<size_t>(p - data.data());
+  }
+  /** @return behind the digits */
+  static char* putWhole(char* p, uint64_t v) {
+    if (v >= 10000) return putLarge(p, v);
+    auto rest = static_cast<uint32_t>(v);
+    if (rest >= 100) {
+      p = putPair(p, rest / 100);
+      std::memcpy(p, PAIRS[rest % 100].data(), 2);
+      return p + 2;
+    }
+    return putPair(p, rest);
+  }
+  /** A number below 100. */
+  static char* putPair(char* p, uint32_t v) {
+    const size_t zero = v < 10 ? 1 : 0;
+    std::memcpy(p, PAIRS[v].data() + zero, 2);
+    return p + 2 - zero;
+  }
+  static char* putLarge(char* p, uint64_t v);
   void putAny(float v, int digits);
   void putLong(std::string_view text);
 
