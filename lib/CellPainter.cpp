@@ -25,16 +25,6 @@ void CellPainter::setDomain(const Domain& domain, const EarthPoint& site) {
   same_proj = DomainVal::compareProj(plot.getDomainVal(), product);
 }
 
-Point CellPainter::toPlot(float x, float y) {
-  EarthPoint e;
-  Point p;
-  product.tran(Point(x, y), e);
-  if (e.lat == Const::FMISS || plot.tran(e, p) == 0) {
-    return {};
-  }
-  return p;
-}
-
 void CellPainter::fillCorners(const Point& a, const Point& b, const Point& c, const Point& d) {
   if (a.x == Const::FMISS || b.x == Const::FMISS || c.x == Const::FMISS || d.x == Const::FMISS) {
     return;
@@ -60,26 +50,48 @@ void CellPainter::setRadial(double az0, double az1, float from, float step) {
   cos1 = static_cast<float>(std::cos(az1 * rad));
   start = from;
   length = step;
-  edge = -1;
+  spans.clear();
+  xs.clear();
+  ys.clear();
+  span = 0;
+  placed = false;
+}
+
+void CellPainter::addCells(int first, int num) {
+  // Neighbouring cells share a side, so that each costs two corners.
+  const bool goes_on = !spans.empty() && spans.back().end == first;
+  if (!goes_on) {
+    spans.push_back({first, first, xs.size()});
+  }
+  spans.back().end = first + num;
+  for (int k = goes_on ? first + 1 : first; k <= first + num; k++) {
+    const float r = start + static_cast<float>(k) * length;
+    xs.insert(xs.end(), {centre.x + r * sin0, centre.x + r * sin1});
+    ys.insert(ys.end(), {centre.y + r * cos0, centre.y + r * cos1});
+  }
+}
+
+void CellPainter::placeCorners() {
+  placed = true;
+  if (!same_proj) {
+    plot.translate(product, xs.data(), ys.data(), static_cast<int>(xs.size()));
+  }
 }
 
 void CellPainter::fillCell(int i) {
-  const auto place = [this](int k, float s, float c) {
-    const float r = start + static_cast<float>(k) * length;
-    const Point p(centre.x + r * s, centre.y + r * c);
-    return same_proj ? p : toPlot(p.x, p.y);
-  };
-  // Neighbouring cells share a side, so that each costs two corners.
-  if (edge != i) {
-    near0 = place(i, sin0, cos0);
-    near1 = place(i, sin1, cos1);
+  if (!placed) {
+    placeCorners();
   }
-  const Point far0 = place(i + 1, sin0, cos0);
-  const Point far1 = place(i + 1, sin1, cos1);
-  fillCorners(near0, far0, far1, near1);
-  near0 = far0;
-  near1 = far1;
-  edge = i + 1;
+  while (span < spans.size() && i >= spans[span].end) {
+    span++;
+  }
+  if (span == spans.size() || i < spans[span].first) {
+    return;
+  }
+  const size_t at = spans[span].at + 2 * static_cast<size_t>(i - spans[span].first);
+  const float* x = xs.data() + at;
+  const float* y = ys.data() + at;
+  fillCorners({x[0], y[0]}, {x[2], y[2]}, {x[3], y[3]}, {x[1], y[1]});
 }
 
 }  // namespace ZQV

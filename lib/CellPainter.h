@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <vector>
+
 #include "Domain.h"
 #include "Point.h"
 #include "Points.h"
@@ -20,15 +23,15 @@ class CellPainter {
 
   /** The domain of the data, and the radar's place in it. */
   void setDomain(const Domain& domain, const EarthPoint& site);
-  /** From the data's plane to the plot's. A place that the plot can't show has a missing x. */
-  Point toPlot(float x, float y);
   /** Fills the polygon of four corners, each already in the plot's plane. */
   void fillCorners(const Point& a, const Point& b, const Point& c, const Point& d);
   /** Goes to a radial.
    *  @param az0, az1  its edges in the plane of the data, degrees from up
    *  @param from, step  near side of the first cell, and length of all of them, in the plane */
   void setRadial(double az0, double az1, float from, float step);
-  /** Fills cell i of the radial. */
+  /** Says that cells of the radial will be filled, from the radar outward. */
+  void addCells(int first, int num);
+  /** Fills cell i, which was added, of the radial. */
   void fillCell(int i);
 
   Plot& plot;
@@ -44,9 +47,19 @@ class CellPainter {
   float cos1 = 0;
   float start = 0;
   float length = 0;
-  int edge = -1;  ///< the cell at whose near side near0 and near1 lie, in the plot's plane
-  Point near0;
-  Point near1;
+  /** Cells without a gap, and where their corners begin. */
+  struct Span {
+    int first = 0;
+    int end = 0;
+    size_t at = 0;
+  };
+  void placeCorners();
+  std::vector<Span> spans;
+  size_t span = 0;      ///< the one that was drawn last
+  bool placed = false;  ///< corners lie in the plot's plane
+  /** Near sides of the cells, and the far side of the last; the radial's two edges in turn. */
+  std::vector<float> xs;
+  std::vector<float> ys;
 };
 
 }  // namespace ZQV

@@ -1,6 +1,7 @@
 #include "Domain.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -13,6 +14,7 @@
 #include "GridPoint.h"
 #include "Point.h"
 #include "Points.h"
+#include "ProjBatch.h"
 #include "StrLib.h"
 #include "String.h"
 #include "Tools.h"
@@ -919,6 +921,95 @@ int Domain::translate(Domain& from, Domain& to, const Point& in, Point& out) {
     return 0;
   }
   return to.tran(e, out);
+}
+
+void Domain::translate(Domain& from, Domain& to, float* x, float* y, int n) {
+  std::array<EarthPoint, ProjBatch::MAX> places;
+  for (int done = 0; done < n; done += ProjBatch::MAX) {
+    const int num = std::min(n - done, ProjBatch::MAX);
+    from.toEarth(x + done, y + done, num, places.data());
+    to.fromEarth(places.data(), num, x + done, y + done);
+  }
+}
+
+namespace {
+
+/** Room for the numbers of a batch. */
+using Batch = std::array<double, ProjBatch::MAX>;
+
+}  // namespace
+
+/** At most ProjBatch::MAX places. Those that need a look of their own go one at a time. */
+void Domain::toEarth(const float* x, const float* y, int n, EarthPoint* places) {
+  if (proj != PSTEREO) {
+    for (int i = 0; i < n; i++) {
+      tran(Point(x[i], y[i]), places[i]);
+    }
+    return;
+  }
+  if (xfactor == Const::FMISS) {
+    setupPstereo();
+  }
+  Batch px;
+  Batch py;
+  Batch lat;
+  Batch lon;
+  std::copy(x, x + n, px.begin());
+  std::copy(y, y + n, py.begin());
+  ProjBatch::inversePstereo(px.data(), py.data(), n, scale, xfactor, lat.data(), lon.data());
+  for (int i = 0; i < n; i++) {
+    const float r = std::abs(x[i]) + std::abs(y[i]);
+    if (r > 0 && r < -Const::FMISS) {
+      places[i].set(toFloat(lat[i]), toFloat(wrapOnce(toFloat(lon[i] + plon))));
+    } else {
+      tran(Point(x[i], y[i]), places[i]);
+    }
+  }
+}
+
+/** At most ProjBatch::MAX places. Those that need a look of their own go one at a time. */
+void Domain::fromEarth(EarthPoint* places, int n, float* x, float* y) {
+  Batch lat;
+  Batch angle;
+  Batch px;
+  Batch py;
+  // Latitudes between which nothing is limited.
+  double low = 0;
+  double high = 0;
+  if (proj == LAMB || proj == PSTEREO) {
+    if (xfactor == Const::FMISS) {
+      proj == LAMB ? setupLamb() : setupPstereo();
+    }
+    constexpr double near_pole = 89.98;
+    constexpr double plane_end = 75;
+    low = proj == PSTEREO && scale < 0 ? -plane_end : -near_pole;
+    high = proj == PSTEREO && scale > 0 ? plane_end : near_pole;
+    for (int i = 0; i < n; i++) {
+      const float from_centre = places[i].lon - plon;
+      const float turns = from_centre > 180 ? -360.0F : from_centre < -180 ? 360.0F : 0.0F;
+      lat[i] = places[i].lat;
+      angle[i] = static_cast<double>(places[i].lon + (proj == LAMB ? turns : 0.0F)) - plon;
+    }
+    if (proj == LAMB) {
+      ProjBatch::forwardLamb(lat.data(), angle.data(), n, scale, xfactor, mult * R, px.data(),
+                             py.data());
+    } else {
+      ProjBatch::forwardPstereo(lat.data(), angle.data(), n, scale, xfactor, px.data(), py.data());
+    }
+  }
+  for (int i = 0; i < n; i++) {
+    if (places[i].lat > low && places[i].lat < high) {
+      x[i] = toFloat(px[i]);
+      y[i] = toFloat(py[i]);
+      continue;
+    }
+    Point p;
+    if (places[i].lat == Const::FMISS || tran(places[i], p) == 0) {
+      p.set(Const::FMISS, Const::FMISS);
+    }
+    x[i] = p.x;
+    y[i] = p.y;
+  }
 }
 
 // Containment.

@@ -107,6 +107,9 @@ class Domain : public DomainVal {
   /** From one domain's plane to another's; within one plane z is copied too. @return 1; 0 if the
    * point can't be shown */
   static int translate(Domain& from, Domain& to, const Point& in, Point& out);
+  /** Takes n places of a map's plane to another map's over the earth, as tran() to the earth and
+   * tran() from it do. Places that can't be shown get a missing x. */
+  static void translate(Domain& from, Domain& to, float* x, float* y, int n);
 
   /** Inside the limits, edges included; always true for an unset domain. */
   [[nodiscard]] bool within(const Point& p) const;
@@ -200,6 +203,8 @@ class Domain : public DomainVal {
   void setupOrtho();
   void setupSkewt();
   void setupTeph();
+  void toEarth(const float* x, const float* y, int n, EarthPoint* places);
+  void fromEarth(EarthPoint* places, int n, float* x, float* y);
   int project(EarthPoint& e, double& x, double& y);
   int unproject(double x, double y, double& lat, double& lon);
   double convergence(const Point& p);

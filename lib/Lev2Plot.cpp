@@ -387,6 +387,11 @@ void Lev2Plot::drawRadial(Lev2File& file, const Lev2Data& data, CellPainter& pai
   const double az1 = az0 + static_cast<double>(data.az_space + CellPainter::overlap);
   painter.setRadial(az0, az1, first / plane_unit, gate);
   for (int i = 0; i < n; i++) {
+    if (levels.isVisible(gates[i])) {
+      painter.addCells(i, 1);
+    }
+  }
+  for (int i = 0; i < n; i++) {
     if (!levels.isVisible(gates[i])) {
       continue;
     }

@@ -437,8 +437,27 @@ float NidsPlot::rampAt(float distance) const {
   return static_cast<float>(Tools::cut(at));
 }
 
-void NidsPlot::drawRadials(Painter& painter) {
+/** Bins of a run, from its first on, that ramp and clutter leave: one that is blanked blanks the
+ * rest of its run, deliberate. */
+int NidsPlot::numShown(const NidsRun& run, int bin) const {
   const bool ramps = ramp_cut != Const::MISS && ramp_len > 0;
+  if (clutter_rad != Const::MISS && clutter_rad > bin) {
+    return 0;
+  }
+  int n = ramps ? 0 : run.run;
+  while (ramps && n < run.run && run.val > rampAt(static_cast<float>(bin + n))) {
+    n++;
+  }
+  return n;
+}
+
+void NidsPlot::drawRadials(Painter& painter) {
+  struct Shown {
+    const Painter::Level* level = nullptr;
+    int bin = 0;
+    int num = 0;
+  };
+  std::vector<Shown> shown;  // of the radial, where corners wait to be taken over the earth
   const Point& c = painter.centre;
   Points& poly = painter.poly;
   float* px = poly.xs();
@@ -456,55 +475,116 @@ void NidsPlot::drawRadials(Painter& painter) {
     const float c1 = info.cres * static_cast<float>(std::cos(a1));
     if (!painter.same_proj) {
       painter.setRadial(az, az + radial.ang1 + CellPainter::overlap, 0.0F, info.cres);
+      shown.clear();
     }
     int bin = 0;  // from the radar on, whatever the packet's first bin is
-    while (nids.readRun(run) > 0) {
-      if (!draw_plot) {
+    for (; nids.readRun(run) > 0; bin += run.run) {
+      const Painter::Level& level = painter.find(run.ival, run.val);
+      const int num = draw_plot && level.visible ? numShown(run, bin) : 0;
+      if (num == 0) {
         continue;
       }
-      const Painter::Level& level = painter.find(run.ival, run.val);
-      if (!level.visible) {
-        bin += run.run;
+      if (!painter.same_proj) {
+        painter.addCells(bin, num);
+        shown.push_back({&level, bin, num});
         continue;
       }
       painter.setFill(level);
       const auto first = static_cast<float>(bin);
-      if (painter.same_proj) {
-        px[0] = px[4] = c.x + first * s0;
-        py[0] = py[4] = c.y + first * c0;
-        px[1] = c.x + (first + 1) * s0;
-        py[1] = c.y + (first + 1) * c0;
-        px[2] = c.x + (first + 1) * s1;
-        py[2] = c.y + (first + 1) * c1;
-        px[3] = c.x + first * s1;
-        py[3] = c.y + first * c1;
+      px[0] = px[4] = c.x + first * s0;
+      py[0] = py[4] = c.y + first * c0;
+      px[1] = c.x + (first + 1) * s0;
+      py[1] = c.y + (first + 1) * c0;
+      px[2] = c.x + (first + 1) * s1;
+      py[2] = c.y + (first + 1) * c1;
+      px[3] = c.x + first * s1;
+      py[3] = c.y + first * c1;
+      painter.plot.drawFill(poly);
+      for (int i = 1; i < num; i++) {
+        for (const int corner : {0, 1, 4}) {
+          px[corner] += s0;
+          py[corner] += c0;
+        }
+        for (const int corner : {2, 3}) {
+          px[corner] += s1;
+          py[corner] += c1;
+        }
+        painter.plot.drawFill(poly);
       }
-      bool visible = true;
-      for (int i = 0; i < run.run; i++) {
-        if ((ramps && !(run.val > rampAt(static_cast<float>(bin + i)))) ||
-            (clutter_rad != Const::MISS && clutter_rad > bin + i)) {
-          visible = false;  // and so stays the rest of the run: deliberate
-        }
-        if (visible && painter.same_proj) {
-          painter.plot.drawFill(poly);
-        } else if (visible) {
-          painter.fillCell(bin + i);
-        }
-        if (painter.same_proj) {
-          for (const int corner : {0, 1, 4}) {
-            px[corner] += s0;
-            py[corner] += c0;
-          }
-          for (const int corner : {2, 3}) {
-            px[corner] += s1;
-            py[corner] += c1;
-          }
-        }
+    }
+    for (const Shown& s : shown) {
+      painter.setFill(*s.level);
+      for (int i = 0; i < s.num; i++) {
+        painter.fillCell(s.bin + i);
       }
-      bin += run.run;
     }
   }
 }
+
+/** The cells of a row that wait until its corners are taken over the earth together. Cells share
+ * corners, along the row and with the row above. */
+class NidsPlot::RowCells {
+ public:
+  /** @param x0, size  left end of the rows, and side of a cell, in the product's plane */
+  RowCells(Painter& on, float x0, float size)
+      : painter(on), left(x0), side(size), upper(on.same_proj ? 0 : row_corners) {
+    lower.resize(upper.size());
+  }
+  void add(const Painter::Level& level, int column) { cells.push_back({&level, column}); }
+  /** Draws the row whose upper edge is y, and goes to the next. */
+  void draw(float y) {
+    for (const Cell& cell : cells) {
+      for (const int k : {cell.column, cell.column + 1}) {
+        want(upper, k, row, y);
+        want(lower, k, row + 1, y - side);
+      }
+    }
+    painter.plot.translate(painter.product, xs.data(), ys.data(), static_cast<int>(xs.size()));
+    for (size_t i = 0; i < wanted.size(); i++) {
+      wanted[i]->place.set(xs[i], ys[i]);
+    }
+    for (const Cell& cell : cells) {
+      const auto k = static_cast<size_t>(cell.column);
+      painter.setFill(*cell.level);
+      painter.fillCorners(upper[k].place, upper[k + 1].place, lower[k + 1].place, lower[k].place);
+    }
+    cells.clear();
+    wanted.clear();
+    xs.clear();
+    ys.clear();
+    std::swap(upper, lower);
+    row++;
+  }
+
+ private:
+  struct Cell {
+    const Painter::Level* level = nullptr;
+    int column = 0;
+  };
+  struct Corner {
+    int edge = -1;  ///< the edge that it lies on, counted from the top
+    Point place;
+  };
+  void want(std::vector<Corner>& corners, int k, int edge, float y) {
+    Corner& corner = corners[static_cast<size_t>(k)];
+    if (corner.edge == edge) return;
+    corner.edge = edge;
+    wanted.push_back(&corner);
+    xs.push_back(left + static_cast<float>(k) * side);
+    ys.push_back(y);
+  }
+
+  Painter& painter;
+  float left;
+  float side;
+  int row = 0;
+  std::vector<Cell> cells;
+  std::vector<Corner> upper;
+  std::vector<Corner> lower;
+  std::vector<Corner*> wanted;
+  std::vector<float> xs;
+  std::vector<float> ys;
+};
 
 void NidsPlot::drawRastors(Painter& painter) {
   const bool ramps = ramp_cut != Const::MISS && ramp_len > 0;
@@ -515,17 +595,10 @@ void NidsPlot::drawRastors(Painter& painter) {
   const float x0 = c.x - static_cast<float>(info.nx - 1) / 2 * cell;
   float y = c.y + static_cast<float>(info.ny - 1) / 2 * cell;
   NidsRun run;
-  // Corners along the upper and the lower edge of the row, in the plot's plane: cells share them.
-  struct Corner {
-    int edge = -1;  ///< the edge that it was worked out for, counted from the top
-    Point place;
-  };
-  std::vector<Corner> upper(painter.same_proj ? 0 : row_corners);
-  std::vector<Corner> lower(upper.size());
-  for (int row = 0; nids.readRastor() > 0; row++) {
+  RowCells cells(painter, x0, cell);
+  while (nids.readRastor() > 0) {
     float x = x0;
     int column = 0;
-    std::swap(upper, lower);  // the lower edge of the row before is the upper one of this
     while (nids.readRun(run) > 0) {
       if (!draw_plot) {
         continue;
@@ -538,7 +611,9 @@ void NidsPlot::drawRastors(Painter& painter) {
         column += run.run;
         continue;
       }
-      painter.setFill(*level);
+      if (painter.same_proj) {
+        painter.setFill(*level);
+      }
       bool visible = true;
       for (int i = 0; i < run.run; i++, column++, x += cell) {
         if (blanks) {
@@ -552,19 +627,11 @@ void NidsPlot::drawRastors(Painter& painter) {
         if (visible && painter.same_proj) {
           painter.fillCorners({x, y}, {x + cell, y}, {x + cell, y - cell}, {x, y - cell});
         } else if (visible) {
-          const auto at = [&](std::vector<Corner>& corners, int k, int edge) -> const Point& {
-            Corner& corner = corners[static_cast<size_t>(k)];
-            if (corner.edge != edge) {
-              const float edge_y = edge == row ? y : y - cell;
-              corner = {edge, painter.toPlot(x0 + static_cast<float>(k) * cell, edge_y)};
-            }
-            return corner.place;
-          };
-          painter.fillCorners(at(upper, column, row), at(upper, column + 1, row),
-                              at(lower, column + 1, row + 1), at(lower, column, row + 1));
+          cells.add(*level, column);
         }
       }
     }
+    cells.draw(y);
     y -= cell;
   }
 }

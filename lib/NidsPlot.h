@@ -69,6 +69,7 @@ class NidsPlot : public RadarPlot {
 
  private:
   struct Painter;
+  class RowCells;
   [[nodiscard]] bool variablesHaveMap() const;
   int drawImage(Plot& plot);
   int drawData(Plot& plot);
@@ -85,6 +86,7 @@ class NidsPlot : public RadarPlot {
   void chooseFill(ColorMap& map, ColorFill& fill) const;
   int walkPackets(Painter& painter);
   void drawRadials(Painter& painter);
+  [[nodiscard]] int numShown(const NidsRun& run, int bin) const;
   void drawRastors(Painter& painter);
   void drawVectors(Painter& painter);
   void drawWinds(Painter& painter);

@@ -136,6 +136,10 @@ class Plot : public Listener {
   bool withinDomainExt(const EarthPoint& e, int n) { return panel().domain.withinExt(e, n); }
   int whereDomain(const Point& p) const { return panel().domain.where(p); }
   int tran(EarthPoint& e, Point& p) { return panel().domain.tran(e, p); }
+  /** Takes places of another domain's plane to the plot's, see Domain::translate(). */
+  void translate(Domain& from, float* x, float* y, int n) {
+    Domain::translate(from, panel().domain, x, y, n);
+  }
   int tran(const Point& p, EarthPoint& e) { return panel().domain.tran(p, e); }
   int tran(const GridPoint& g, Point& p) const { return panel().domain.tran(g, p); }
   int tran(const Point& p, GridPoint& g) const { return panel().domain.tran(p, g); }

@@ -544,6 +544,54 @@ double stepBearing(Domain& domain, const EarthPoint& e, double dir) {
   return std::atan2(q.x - p.x, q.y - p.y) / DEG;
 }
 
+// Faults: a batch that ends in the wrong place, that keeps a place its map can't show, or limits,
+// wraps or rounds otherwise than one place at a time.
+TEST(Domain, ManyPlacesAtOnceLieWhereEachDoes) {
+  const char* maps[] = {"lc:40:-97:33:45,35,-97,91,61,.1,.1",
+                        "lc:-30:20,-30,20,91,61,1,1",
+                        "ps:90:-100,60,-100,91,61,1,1",
+                        "ps:-90:170,-60,170,91,61,1,1",
+                        "latlon,0,0,361,181,1,1",
+                        "merc,35,177,91,61,.1,.1",
+                        "ortho:35:-97,35,-97,91,61,1,1"};
+  const EarthPoint sites[] = {{35.3F, -97.3F}, {-14.3F, -170.7F}, {64.5F, 179.5F}, {89.9F, 10.0F}};
+  for (const char* from_text : {"radar", "lc:40:-97:33:45,35,-97,91,61,.1,.1"}) {
+    for (const EarthPoint& site : sites) {
+      Domain from;
+      char text[100];
+      std::snprintf(text, sizeof(text), "pstereo:%f:%f,%f,%f,100,100,.01,.01",
+                    static_cast<double>(site.lat), static_cast<double>(site.lon),
+                    static_cast<double>(site.lat), static_cast<double>(site.lon));
+      ASSERT_EQ(from.set(*from_text == 'r' ? text : from_text), 1);
+      Point c;
+      from.tranCenter(c);
+      std::vector<float> x = {Const::FMISS, 0.0F, c.x};
+      std::vector<float> y = {0.0F, 0.0F, c.y};
+      for (int i = 0; i < 300; i++) {
+        const auto k = static_cast<float>(i);
+        x.push_back(c.x + k * k / 300.0F * std::sin(k));
+        y.push_back(c.y + k * k / 300.0F * std::cos(k));
+      }
+      for (const char* map : maps) {
+        Domain to;
+        ASSERT_EQ(to.set(map), 1) << map;
+        std::vector<float> px = x;
+        std::vector<float> py = y;
+        Domain::translate(from, to, px.data(), py.data(), static_cast<int>(px.size()));
+        for (size_t i = 0; i < x.size(); i++) {
+          EarthPoint e;
+          Point p;
+          from.tran(Point(x[i], y[i]), e);
+          if (e.lat == Const::FMISS || to.tran(e, p) == 0) p = Point();
+          const float unit = 1e-6F * (1.0F + std::fabs(p.x) + std::fabs(p.y));
+          ASSERT_NEAR(px[i], p.x, unit) << text << " " << map << " " << i;
+          ASSERT_NEAR(p.isSet() ? py[i] : p.y, p.y, unit) << text << " " << map << " " << i;
+        }
+      }
+    }
+  }
+}
+
 // The bearing of the plot is checked against a short step on the earth: a wrong sign shows as twice
 // the convergence of the meridians.
 TEST(Domain, TurnsBearings) {
