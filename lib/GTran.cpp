@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "Four.h"
 #include "Points.h"
 
 namespace ZQV {
@@ -126,37 +127,18 @@ bool GTran::isPointsInWindow(const Points& points) const {
   return isBoxInWindow(*xmin, *ymin, *xmax, *ymax);
 }
 
-/** N points, known to the compiler: nearly all polygons of a picture are closed bins of four
- * corners, and this is most of what they cost on their way to the device. */
-template <int N>
-inline bool GTran::tranFew(const float* px, const float* py, float* qx, float* qy) const {
-  float xmin = px[0];
-  float xmax = px[0];
-  float ymin = py[0];
-  float ymax = py[0];
-  for (int i = 1; i < N; i++) {
-    xmin = px[i] < xmin ? px[i] : xmin;
-    xmax = px[i] > xmax ? px[i] : xmax;
-    ymin = py[i] < ymin ? py[i] : ymin;
-    ymax = py[i] > ymax ? py[i] : ymax;
-  }
-  if (!isBoxInWindow(xmin, ymin, xmax, ymax)) return false;
-  // What is stored can't change these.
-  const float wx = wn.xmin;
-  const float wy = wn.ymin;
-  const float sx = wn_vp.x;
-  const float sy = wn_vp.y;
-  const float vx = vp.xmin;
-  const float vy = vp.ymin;
-  const float kx = vp_plt.x;
-  const float ky = vp_plt.y;
-  const float x0 = plt.xmin;
-  const float y0 = plt.ymin;
-  const float top = ndc.ymax;
-  for (int i = 0; i < N; i++) {
-    qx[i] = limit(((px[i] - wx) * sx + vx) * kx + x0);
-    qy[i] = limit((top - ((py[i] - wy) * sy + vy)) * ky + y0);
-  }
+/** Four points: nearly all polygons of a picture are closed bins of four corners, and this is most
+ * of what they cost on their way to the device. */
+inline bool GTran::tranFour(const float* px, const float* py, float* qx, float* qy) const {
+  const Four::Floats x = Four::load(px);
+  const Four::Floats y = Four::load(py);
+  const Four::Floats box = Four::bounds(x, y);
+  if (!isBoxInWindow(box[0], box[2], -box[1], -box[3])) return false;
+  const auto limited = [](Four::Floats v) {
+    return Four::least(Four::most(v, Four::all(-PLOT_LIMIT)), Four::all(PLOT_LIMIT));
+  };
+  Four::store(limited(((x - wn.xmin) * wn_vp.x + vp.xmin) * vp_plt.x + plt.xmin), qx);
+  Four::store(limited((ndc.ymax - ((y - wn.ymin) * wn_vp.y + vp.ymin)) * vp_plt.y + plt.ymin), qy);
   return true;
 }
 
@@ -169,11 +151,16 @@ int GTran::tranWindowPlot(const Points& points, Points& plotted) const {
     if (plotted.getNum() != n) plotted.setNum(n);
     float* qx = plotted.xs();
     float* qy = plotted.ys();
-    if (!tranFew<corners>(px, py, qx, qy)) return 0;
+    if (!tranFour(px, py, qx, qy)) return 0;
     qx[corners] = qx[0];
     qy[corners] = qy[0];
     return 1;
   }
+  return tranAny(points, plotted);
+}
+
+/** Apart, so that the short way for four corners stays short. */
+[[gnu::noinline]] int GTran::tranAny(const Points& points, Points& plotted) const {
   if (!isPointsInWindow(points)) return 0;
   plotted.transform(
       points, [this](float x) { return tranWindowPlotX(x); },

@@ -78,8 +78,8 @@ class GTran {
     return !(xmax < std::min(wn.xmin, wn.xmax) || xmin > std::max(wn.xmin, wn.xmax) ||
              ymax < std::min(wn.ymin, wn.ymax) || ymin > std::max(wn.ymin, wn.ymax));
   }
-  template <int N>
-  bool tranFew(const float* px, const float* py, float* qx, float* qy) const;
+  bool tranFour(const float* px, const float* py, float* qx, float* qy) const;
+  int tranAny(const Points& points, Points& plotted) const;
   void scale();
 
   Coords plt;      ///< device rectangle; its extents may be negative

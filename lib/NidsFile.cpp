@@ -1174,6 +1174,22 @@ int NidsFile::readRastor() {
   return 1;
 }
 
+int NidsFile::readLevels(const unsigned char*& at) {
+  Buffer& from = file_type == PLAIN ? in : buf;
+  if (pk_code != DIGITAL_RADIAL || !opened || comp_test != 0 || num >= len) {
+    return 0;
+  }
+  const int n = std::min(len - num, from.getAvail());
+  if (n <= 0) {
+    return 0;
+  }
+  at = from.get();
+  from.inc(n);
+  bytes += n;
+  num += n;
+  return n;
+}
+
 int NidsFile::readRun(NidsRun& run) {
   int a = 0;
   int b = 0;

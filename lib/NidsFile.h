@@ -168,6 +168,12 @@ class NidsFile : private NidsState {
   int readRastor();
   /** Next run of the radial or row. @return 1; 0 at its end; -1 if cut short */
   int readRun(NidsRun& run);
+  /** Bytes of a digital radial that lie at hand, each a run of one bin; readRun() goes on behind
+   * them. They stay until the next read.
+   *  @return how many; 0 for other packets too */
+  int readLevels(const unsigned char*& at);
+  /** Physical value of a byte of a digital radial; Const::FMISS where there is none. */
+  [[nodiscard]] float getLevel(unsigned char byte) const { return levels[byte]; }
   /** @return 1; 0 after the packet's last; -1 if cut short */
   int readVector(NidsVector& vect);
   int skipVector();

@@ -16,6 +16,7 @@
 #include "Domain.h"
 #include "EarthPoint.h"
 #include "FileTool.h"
+#include "Four.h"
 #include "MapPlot.h"
 #include "Plot.h"
 #include "PlotAttr.h"
@@ -469,47 +470,57 @@ void NidsPlot::drawRadials(Painter& painter) {
     const double a0 = static_cast<double>(az) * static_cast<double>(Const::DRC);
     const double a1 = static_cast<double>(az + radial.ang1 + CellPainter::overlap) *
                       static_cast<double>(Const::DRC);
-    const float s0 = info.cres * static_cast<float>(std::sin(a0));
-    const float c0 = info.cres * static_cast<float>(std::cos(a0));
-    const float s1 = info.cres * static_cast<float>(std::sin(a1));
-    const float c1 = info.cres * static_cast<float>(std::cos(a1));
+    const auto s0 = static_cast<float>(std::sin(a0));
+    const auto c0 = static_cast<float>(std::cos(a0));
+    const auto s1 = static_cast<float>(std::sin(a1));
+    const auto c1 = static_cast<float>(std::cos(a1));
+    // Steps from bin to bin of the corners, two on each side of the radial.
+    const Four::Floats dx = info.cres * Four::Floats{s0, s0, s1, s1};
+    const Four::Floats dy = info.cres * Four::Floats{c0, c0, c1, c1};
     if (!painter.same_proj) {
       painter.setRadial(az, az + radial.ang1 + CellPainter::overlap, 0.0F, info.cres);
       shown.clear();
     }
-    int bin = 0;  // from the radar on, whatever the packet's first bin is
-    for (; nids.readRun(run) > 0; bin += run.run) {
-      const Painter::Level& level = painter.find(run.ival, run.val);
-      const int num = draw_plot && level.visible ? numShown(run, bin) : 0;
-      if (num == 0) {
-        continue;
-      }
+    const auto show = [&](const Painter::Level& level, int bin, int num) {
       if (!painter.same_proj) {
         painter.addCells(bin, num);
         shown.push_back({&level, bin, num});
-        continue;
+        return;
       }
       painter.setFill(level);
-      const auto first = static_cast<float>(bin);
-      px[0] = px[4] = c.x + first * s0;
-      py[0] = py[4] = c.y + first * c0;
-      px[1] = c.x + (first + 1) * s0;
-      py[1] = c.y + (first + 1) * c0;
-      px[2] = c.x + (first + 1) * s1;
-      py[2] = c.y + (first + 1) * c1;
-      px[3] = c.x + first * s1;
-      py[3] = c.y + first * c1;
-      painter.plot.drawFill(poly);
-      for (int i = 1; i < num; i++) {
-        for (const int corner : {0, 1, 4}) {
-          px[corner] += s0;
-          py[corner] += c0;
-        }
-        for (const int corner : {2, 3}) {
-          px[corner] += s1;
-          py[corner] += c1;
-        }
+      const Four::Floats from_radar =
+          static_cast<float>(bin) + Four::Floats{0.0F, 1.0F, 1.0F, 0.0F};
+      Four::Floats x = c.x + from_radar * dx;
+      Four::Floats y = c.y + from_radar * dy;
+      for (int i = 0; i < num; i++, x += dx, y += dy) {
+        Four::store(x, px);
+        Four::store(y, py);
+        px[4] = px[0];
+        py[4] = py[0];
         painter.plot.drawFill(poly);
+      }
+    };
+    int bin = 0;  // from the radar on, whatever the packet's first bin is
+    while (true) {
+      const unsigned char* at = nullptr;
+      const int n = nids.readLevels(at);
+      for (int i = 0; draw_plot && i < n; i++) {
+        const Painter::Level& level = painter.find(at[i], nids.getLevel(at[i]));
+        if (level.visible && numShown({1, at[i], nids.getLevel(at[i])}, bin + i) != 0) {
+          show(level, bin + i, 1);
+        }
+      }
+      bin += n;
+      if (n == 0 && nids.readRun(run) <= 0) {
+        break;
+      }
+      if (n == 0 && draw_plot) {
+        const Painter::Level& level = painter.find(run.ival, run.val);
+        const int num = level.visible ? numShown(run, bin) : 0;
+        if (num > 0) {
+          show(level, bin, num);
+        }
+        bin += run.run;
       }
     }
     for (const Shown& s : shown) {

@@ -416,38 +416,29 @@ inline void Raster::fillQuad(const Target& t, const Pen& p, const Vertex* v, int
   }
 }
 
-/** Fills a polygon of up to SMALL_POLYGON corners given by their coordinates. */
-inline void Raster::fillFew(const Target& t, const Pen& p, const float* px, const float* py,
-                            int n) {
-  if (n == 5 && px[4] == px[0] && py[4] == py[0]) n = 4;
-  float xmin = px[0];
-  float xmax = px[0];
-  float ymin = py[0];
-  float ymax = py[0];
-  for (int i = 1; i < n; i++) {
-    xmin = px[i] < xmin ? px[i] : xmin;
-    xmax = px[i] > xmax ? px[i] : xmax;
-    ymin = py[i] < ymin ? py[i] : ymin;
-    ymax = py[i] > ymax ? py[i] : ymax;
-  }
+/** Fills a polygon of four corners. */
+inline void Raster::fillFour(const Target& t, const Pen& p, const float* px, const float* py) {
+  const Four::Floats x = Four::load(px);
+  const Four::Floats y = Four::load(py);
   // Most bins of a fine product lie between the pixels' centres, or beside the picture.
-  const Vertex low{pixel(xmin), pixel(ymin)};
-  const Vertex high{pixel(xmax), pixel(ymax)};
+  const Four::Floats sign = {1.0F, -1.0F, 1.0F, -1.0F};
+  const Four::Ints box = pixels(Four::bounds(x, y) * sign);
+  const Vertex low{box[0], box[2]};
+  const Vertex high{box[1], box[3]};
   if (low.x == high.x || low.y == high.y || high.x <= t.x1 || low.x >= t.x2 || high.y <= t.y1 ||
       low.y >= t.y2) {
     return;
   }
-  Vertex v[SMALL_POLYGON];
-  for (int i = 0; i < n; i++) v[i] = {pixel(px[i]), pixel(py[i])};
-  if (n != 4 || high.y - low.y > QUAD_ROWS) {
-    fillSmall(t, p, v, n);
-    return;
-  }
+  const Four::Ints vx = pixels(x);
+  const Four::Ints vy = pixels(y);
+  const Vertex v[] = {{vx[0], vy[0]}, {vx[1], vy[1]}, {vx[2], vy[2]}, {vx[3], vy[3]}};
   const bool flat_first =
       v[0].y == v[1].y && v[1].x == v[2].x && v[2].y == v[3].y && v[3].x == v[0].x;
   const bool steep_first =
       v[0].x == v[1].x && v[1].y == v[2].y && v[2].x == v[3].x && v[3].y == v[0].y;
-  if (flat_first || steep_first) {
+  if (high.y - low.y > QUAD_ROWS) {
+    fillSmall(t, p, v, 4);
+  } else if (flat_first || steep_first) {
     fillBox(t, p, low, high);
   } else {
     fillQuad(t, p, v, low.y, high.y);
@@ -461,8 +452,14 @@ int Raster::drawFill(int element, const Points& points) {
   const Pen& p = pen(element);
   const float* px = points.xs();
   const float* py = points.ys();
+  if (n == 4 || (n == 5 && px[4] == px[0] && py[4] == py[0])) {
+    fillFour(t, p, px, py);
+    return 1;
+  }
   if (n <= SMALL_POLYGON) {
-    fillFew(t, p, px, py, n);
+    Vertex v[SMALL_POLYGON];
+    for (int i = 0; i < n; i++) v[i] = {pixel(px[i]), pixel(py[i])};
+    fillSmall(t, p, v, n);
     return 1;
   }
   vertices.resize(static_cast<size_t>(n));

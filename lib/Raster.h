@@ -101,7 +101,7 @@ class Raster : public ScreenDevice {
   static void advance(Edge& edge);
   static void paintSpan(const Target& t, const Pen& p, int y, int x1, int x2);
   static void fillBox(const Target& t, const Pen& p, const Vertex& a, const Vertex& b);
-  static void fillFew(const Target& t, const Pen& p, const float* px, const float* py, int n);
+  static void fillFour(const Target& t, const Pen& p, const float* px, const float* py);
   static void fillQuad(const Target& t, const Pen& p, const Vertex* v, int high, int low);
   static void fillSmall(const Target& t, const Pen& p, const Vertex* v, int n);
   void fillLarge(const Target& t, const Pen& p, const Vertex* v, size_t n);

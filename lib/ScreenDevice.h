@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Device.h"
+#include "Four.h"
 #include "Listener.h"
 
 namespace ZQV {
@@ -118,6 +119,12 @@ class ScreenDevice : public Device, public Listener {
     v = v < limit ? v : limit;
     const float moved = 0.5F + v;
     return static_cast<int>(moved);
+  }
+  /** The same of four. */
+  static Four::Ints pixels(Four::Floats v) {
+    constexpr float limit = 32766.0F;
+    v = Four::least(Four::most(v, Four::all(-limit)), Four::all(limit));
+    return Four::cut(0.5F + v);
   }
   /** Pixels of a line width. */
   static int widthPixels(float w);
