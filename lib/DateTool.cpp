@@ -254,6 +254,13 @@ int DateTool::getCurrent(String& out) {
 int DateTool::getCurrent(const char* form, String& out) {
   Date now;
   now.set();
+  // What the output of a run says of the time it was made; see reproducible-builds.org.
+  const char* epoch = std::getenv("SOURCE_DATE_EPOCH");
+  constexpr int longest = 11;  // digits, up to the year 5138
+  if (StrLib::valid(epoch) && StrLib::length(epoch) <= longest &&
+      StrLib::isNum(epoch, StrLib::length(epoch))) {
+    now.set(std::atol(epoch));
+  }
   if (StrLib::equal(form, "RFC1123")) {
     return now.toText("%d %b %Y %H:%M:%S GMT", out);
   }

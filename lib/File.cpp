@@ -11,6 +11,7 @@
 #include "FileTool.h"
 #include "StrLib.h"
 #include "String.h"
+#include "Zqv.h"
 
 namespace ZQV {
 
@@ -21,6 +22,9 @@ File::~File() {
 int File::attach(std::FILE* stream) {
   fp = stream;
   opened = fp != nullptr;
+  if (!opened && access == 1) {
+    Zqv::setError(Zqv::NOWRITE);
+  }
   return opened ? 1 : 0;
 }
 
@@ -38,7 +42,7 @@ int File::open(const char* name, const char* mode) {
   access = way == 'r' ? 0 : 1;
   if (FileTool::isStdio(name)) {
     stype = 1;
-    return attach(access == 0 ? stdin : stdout);
+    return attach(access == 0 ? stdin : Zqv::getOutput());
   }
   if (as_pipe || *name == '|') {
     type = 1;
@@ -82,14 +86,17 @@ int File::close() {
   if (!opened) {
     return 0;
   }
+  bool failed = access == 1 && std::ferror(fp) != 0;
   if (stype == 1) {
-    if (access == 1) {
-      std::fflush(fp);
-    }
+    failed |= access == 1 && std::fflush(fp) != 0;
   } else if (type == 1) {
-    ::pclose(fp);
+    failed |= access == 1 && std::fflush(fp) != 0;
+    failed |= ::pclose(fp) != 0 && access == 1;
   } else {
-    std::fclose(fp);
+    failed |= std::fclose(fp) != 0 && access == 1;
+  }
+  if (failed) {
+    Zqv::setError(Zqv::NOWRITE);
   }
   fp = nullptr;
   opened = false;

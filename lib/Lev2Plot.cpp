@@ -285,6 +285,7 @@ int Lev2Plot::draw(Plot& plot) {
     volume = std::make_unique<Begun>();
     if (openFile(volume->file) == 0) {
       Zqv::outWarning("Lev2Plot: Unable to open file: %s\n", filename.getName());
+      Zqv::setError(FileTool::isFile(filename.getName()) ? Zqv::NODATA : Zqv::NOFILE);
       return 0;
     }
     volume->file.getHeader(volume->info);
@@ -311,6 +312,9 @@ int Lev2Plot::draw(Plot& plot) {
   const Walk walk = walkVolume(volume->file, painter, fill);
   if (map) {
     over.draw(plot);
+  }
+  if (walk.elev_ang == Const::FMISS) {
+    Zqv::setError(Zqv::NODATA);
   }
   addLabels(plot, info, walk);
   plot.setBar(fill);

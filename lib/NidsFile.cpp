@@ -555,6 +555,7 @@ int NidsFile::prodDesc() {
   if (readBytes(block, 2) != 1 || getU2(block) != divider) {
     return 0;
   }
+  described = true;
   // Of a block that is cut short the fields count that are there.
   const bool whole = readBytes(block + 2, desc_block - 2) == 1;
   lat = static_cast<float>(getS4(block + 2)) / 1000;

@@ -19,6 +19,7 @@ class NidsInfo;
  *  apart so that one assignment forgets a product. */
 struct NidsState {
   int code = 0;
+  bool described = false;  ///< the product description block was there
   int mess_date = 0;
   int mess_len = 0;
   int src = 0;
@@ -242,6 +243,8 @@ class NidsFile : private NidsState {
   /** Data level i, Const::FMISS out of 0 to 15. */
   [[nodiscard]] float getThres(int i) const;
   [[nodiscard]] const std::array<float, 16>& getThres() const { return thres; }
+  /** The header was read as far as the description of the product: there is something to draw. */
+  [[nodiscard]] bool isDescribed() const { return described; }
   [[nodiscard]] int getOffSymb() const { return off_symb; }
   [[nodiscard]] int getOffGraph() const { return off_graph; }
   [[nodiscard]] int getOffTab() const { return off_tab; }

@@ -322,12 +322,16 @@ int NidsPlot::draw(Plot& plot) {
   begun.clear();
   if (!goes_on && nids.open(filename.getName()) == 0) {
     Zqv::outWarning("NidsPlot: Unable to open file: %s\n", filename.getName());
+    Zqv::setError(Zqv::NOFILE);
     return 0;
   }
   constexpr int level = 6;
   Zqv::outMessage(level, "NidsPlot: reading file: %s\n", filename.getName());
   if (!goes_on) {
     nids.readHeader(info);
+  }
+  if (!nids.isDescribed()) {
+    Zqv::setError(Zqv::NODATA);
   }
   readVars();
   const bool draws_map = map != 0 && !variablesHaveMap();

@@ -198,6 +198,7 @@ int Plot::open(const char* params) {
   if (graph.open() == 0) {
     const bool named = StrLib::valid(itemValue(items, "de=", Zqv::getResrc("device")));
     if (output == 0 || named) {
+      Zqv::setError(Zqv::NOGRAPH);  // unless it was the file of a picture that can't be written
       return 0;
     }
     // A picture for a file needs no window.

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <string>
 
+#include <fcntl.h>
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -53,6 +54,9 @@ int levelOf(const char* name) {
   }
   return -1;
 }
+
+/** What was standard output before messages were diverted. */
+std::FILE* pictureStream = nullptr;
 
 std::FILE* warningStream() {
   return std::getenv("zqverrtoout") != nullptr ? stdout : stderr;
@@ -235,6 +239,29 @@ int Zqv::getVirtMem() {
 
 void Zqv::exit(Error status) {
   std::exit(status);
+}
+
+void Zqv::setError(Error e) {
+  if (error == NOERR) {
+    error = e;
+  }
+}
+
+int Zqv::divertOutput() {
+  if (pictureStream != nullptr) {
+    return 1;
+  }
+  std::fflush(stdout);
+  const int picture = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  if (picture < 0 || ::dup2(STDERR_FILENO, STDOUT_FILENO) < 0) {
+    return 0;
+  }
+  pictureStream = ::fdopen(picture, "w");
+  return pictureStream != nullptr ? 1 : 0;
+}
+
+std::FILE* Zqv::getOutput() {
+  return pictureStream != nullptr ? pictureStream : stdout;
 }
 
 const char* Zqv::getVersion() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdio>
+
 #include "Resrc.h"
 
 namespace ZQV {
@@ -86,7 +88,15 @@ class Zqv {
   static int getResrcType(const char* name);
   static int printAllResrc();
 
-  static Error error;  ///< last error, kept for the caller
+  /** Keeps the first error of the run; later ones don't change it. */
+  static void setError(Error e);
+  /** From here on all that is written to standard output, messages first of all, goes to standard
+   * error, so that a picture has the stream for itself. @return 1 or 0 */
+  static int divertOutput();
+  /** Where a file named "-" is written: standard output, wherever messages go. */
+  static std::FILE* getOutput();
+
+  static Error error;  ///< the first error, NOERR without one; status of a run that asks for it
   static Resrc resrc;  ///< the one store of the process
 
  private:

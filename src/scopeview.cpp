@@ -2,7 +2,12 @@
 
 #include "ScopeView.h"
 
+#include <algorithm>
 #include <csignal>
+#include <cstdio>
+#include <initializer_list>
+#include <string>
+#include <vector>
 
 #include "Domain.h"
 #include "DomainTool.h"
@@ -10,6 +15,7 @@
 #include "Prog.h"
 #include "ResrcDB.h"
 #include "ResrcDBList.h"
+#include "StrLib.h"
 #include "Strings.h"
 #include "Zqv.h"
 #include "ZqvResrc.h"
@@ -29,21 +35,40 @@ void declareResources(ResrcDBList& keyed, ResrcDBList& positional) {
   ZqvResrc::add(positional, Id::FILENAME);
 }
 
-}  // namespace
+/** Options of this program alone, which are no resources. */
+struct OwnOptions {
+  bool version = false;
+  bool strict = false;  ///< the status of the run is its first error
+};
 
-int main(int argc, char** argv) {
-  std::signal(SIGPIPE, SIG_IGN);  // a pipe whose reader dies is a failed write, not the end
+/** Takes the own options out of the arguments. */
+OwnOptions takeOwn(std::vector<char*>& args) {
+  OwnOptions own;
+  const auto take = [&args](std::initializer_list<const char*> names) {
+    return std::erase_if(args, [&](const char* arg) {
+             return std::any_of(names.begin(), names.end(),
+                                [arg](const char* name) { return StrLib::equal(arg, name); });
+           }) != 0;
+  };
+  own.version = take({"-version", "--version"});
+  own.strict = take({"-strict"});
+  return own;
+}
 
-  ResrcDBList keyed;
-  ResrcDBList positional;
-  declareResources(keyed, positional);
-  const Strings args(argc, argv);
-  ResrcDB::create(args, keyed, positional);
-  if (Prog::printHelp(keyed, positional, "This program displays NIDS radar data") != 0) {
-    Zqv::exit(Zqv::NOERR);
+/** The picture, on whatever device, goes to standard output. */
+bool drawsToOutput() {
+  for (const char* name : {"device", "output"}) {
+    std::string text = StrLib::valid(Zqv::getResrc(name), "");
+    std::replace(text.begin(), text.end(), ':', ',');
+    if (StrLib::hasToken(text.c_str(), ',', "-")) {
+      return true;
+    }
   }
-  Prog::printProg("SCOPE VIEWER");
+  return false;
+}
 
+/** One picture or loop, from the resources to the last frame. */
+void run() {
   ScopeView scopeview;
   scopeview.setFilename();
   Domain domain;
@@ -58,5 +83,33 @@ int main(int argc, char** argv) {
   figure.addDrawing(scopeview);
   figure.endPlot();
   figure.manage();
-  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN);  // a pipe whose reader dies is a failed write, not the end
+
+  std::vector<char*> given(argv, argv + argc);
+  const OwnOptions own = takeOwn(given);
+  if (own.version) {
+    std::printf("scopeview %s\n", Zqv::getVersion());
+    return 0;
+  }
+
+  ResrcDBList keyed;
+  ResrcDBList positional;
+  declareResources(keyed, positional);
+  const Strings args(static_cast<int>(given.size()), given.data());
+  ResrcDB::create(args, keyed, positional);
+  if (Prog::printHelp(keyed, positional, "This program displays NIDS radar data") != 0) {
+    Zqv::exit(Zqv::NOERR);
+  }
+  if (drawsToOutput()) {
+    Zqv::divertOutput();
+  }
+  Prog::printProg("SCOPE VIEWER");
+
+  run();
+  return own.strict ? Zqv::error : Zqv::NOERR;
 }
