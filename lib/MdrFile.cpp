@@ -276,11 +276,9 @@ void MdrFile::decodeEchoes(const char* text, MdrData& data) {
       data.echo[x][y] = static_cast<unsigned char>(*c >= '0' && *c <= '9' ? *c - '0' : 0);
     }
   }
-  if (Zqv::isDebug()) {
+  if (Zqv::checkDebug(1)) {
     Zqv::outDebug("ECHOS\n");
-    if (Zqv::checkDebug(1)) {
-      data.printEchoes();
-    }
+    data.printEchoes();
   }
 }
 
