@@ -23,8 +23,8 @@ class MdrFile : public ReportFile<MdrZqvFile> {
   int read(MdrRawData& raw);
   /** The next report, decoded, of a bulletin or a summary. @return likewise */
   int read(MdrData& data);
-  /** Decodes a report, whose time is placed near the date of the heading read last. What can't be
-   *  read of a report is left out. @return 1 */
+  /** Decodes a report, whose time is placed near the date of the heading that was read with it, or
+   *  else of the file. What can't be read of a report is left out. @return 1 */
   int decode(const MdrRawData& raw, MdrData& data) const;
   /** The mosaic of a summary. @return 1; 0 if none is open */
   int read(Image& image) { return zqv.read(image); }
@@ -37,7 +37,7 @@ class MdrFile : public ReportFile<MdrZqvFile> {
   static void decodeRegion(Scanp& scanp, MdrRegion& reg);
   static void decodeEchoes(const char* text, MdrData& data);
 
-  Date pdate;  ///< that of the heading
+  Date pdate;  ///< that the report read last is placed by
 };
 
 }  // namespace ZQV
