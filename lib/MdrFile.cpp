@@ -26,15 +26,7 @@ bool isLetter(char c) {
   return c >= 'A' && c <= 'Z';
 }
 
-/** Matches as the scanner does and steps over what it used. @return the matches */
-template <class... T>
-int take(Scanp& scanp, const char* format, T&... targets) {
-  const int n = scanp.scan(format, targets...);
-  scanp.inc();
-  return n;
-}
-
-/** The same, but steps only over the whole. @return true if at least so many matched */
+/** Matches, and steps over what was used only if at least so many matched. */
 template <class... T>
 bool takeWhole(Scanp& scanp, int matches, const char* format, T&... targets) {
   if (scanp.scan(format, targets...) < matches) {
@@ -195,16 +187,16 @@ int MdrFile::decode(const MdrRawData& raw, MdrData& data) const {
   Zqv::outDebug("LINE:%s:\n", raw.data);
   Scanp scanp;
   scanp.set(raw.data);
-  take(scanp, " ");
-  take(scanp, "%<5s ", data.id);
-  take(scanp, marks);
+  scanp.take(" ");
+  scanp.take("%<5s ", data.id);
+  scanp.take(marks);
   int time = Const::MISS;
-  if (take(scanp, "%4d ", time) > 0) {
+  if (scanp.take("%4d ", time) > 0) {
     data.date.adjustMinute(time / 100, time % 100);
   }
-  take(scanp, marks);
+  scanp.take(marks);
   char word[20] = "";
-  take(scanp, "%s ", word);
+  scanp.take("%s ", word);
   if (StrLib::equal(word, "PPINE")) {
     data.status = MdrData::NO_ECHO;
     Zqv::outDebug("ID: %s TIME: %d NO ECHO\n", data.id, time);
@@ -233,13 +225,13 @@ void MdrFile::decodeRegions(Scanp& scanp, const char* first, MdrData& data) {
     Zqv::outDebug("  CONFIG: %s\n", reg.config);
     decodeRegion(scanp, reg);
     *word = '\0';
-    take(scanp, "%s ", word);
+    scanp.take("%s ", word);
   }
 }
 
 void MdrFile::decodeRegion(Scanp& scanp, MdrRegion& reg) {
   decodePrecip(scanp, reg);
-  take(scanp, " ");
+  scanp.take(" ");
   if (takeWhole(scanp, 2, "%*(/)%s ", reg.trend)) {
     Zqv::outDebug("  TREND:%s\n", reg.trend);
   }
@@ -260,7 +252,7 @@ void MdrFile::decodeEchoes(const char* text, MdrData& data) {
   }
   Scanp scanp;
   scanp.set(mark + 1);
-  take(scanp, " ");
+  scanp.take(" ");
   char row = ' ';
   char col = ' ';
   char run[81] = "";

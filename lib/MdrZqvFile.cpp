@@ -163,14 +163,8 @@ int MdrZqvFile::read(MdrData& data) {
     scanp.inc();
   } while (scanp.scan("%s %s %s %*s %s %s", data.id, config, prec, tops, move) < 1);
   data.date = date;
-  if (StrLib::equal(config, "NA")) {
-    data.status = MdrData::NOT_AVAILABLE;
-  } else if (StrLib::equal(config, "NE")) {
-    data.status = MdrData::NO_ECHO;
-  } else if (StrLib::equal(config, "OM")) {
-    data.status = MdrData::MAINTENANCE;
-  } else {
-    data.status = MdrData::VALID;
+  data.status = findStatus(config);
+  if (data.status == MdrData::VALID) {
     data.num_reg = isGiven(config) ? 1 : 0;
     StrLib::copy(data.reg[0].config, sizeof(data.reg[0].config), config);
   }
@@ -210,17 +204,11 @@ int MdrZqvFile::write(const MdrData& data) {
   }
   num++;
   const MdrRegion& reg = data.reg[0];
-  const char* status = "";
-  switch (data.status) {
-    case MdrData::NOT_AVAILABLE: status = "NA"; break;
-    case MdrData::NO_ECHO: status = "NE"; break;
-    case MdrData::MAINTENANCE: status = "OM"; break;
-    default: status = orStar(reg.config); break;
-  }
+  const char* word = statusWord(data.status);
   const MdrPrecip& prec = reg.prec[0];
   const char* mark = reg.num_prec > 0 ? intensityMark(prec.intens) : nullptr;
-  file.printf("%s %s %s%s %s", data.id, status, mark != nullptr ? prec.type : "*",
-              mark != nullptr ? mark : "", orStar(reg.trend));
+  file.printf("%s %s %s%s %s", data.id, word != nullptr ? word : orStar(reg.config),
+              mark != nullptr ? prec.type : "*", mark != nullptr ? mark : "", orStar(reg.trend));
   const MdrTops& tops = reg.tops;
   if (tops.hgt == Const::MISS) {
     file.puts(" *");

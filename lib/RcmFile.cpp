@@ -26,14 +26,6 @@ bool isBlank(char c) {
   return c != '\0' && std::strchr(" \n\r\t", c) != nullptr;
 }
 
-/** Matches and steps over what was used. @return the matches */
-template <class... T>
-int take(Scanp& scanp, const char* format, T&... targets) {
-  const int n = scanp.scan(format, targets...);
-  scanp.inc();
-  return n;
-}
-
 /** To the next group, if there is one. */
 void skipToSlash(Scanp& scanp) {
   if (scanp.search("/") != 0) {
@@ -43,8 +35,8 @@ void skipToSlash(Scanp& scanp) {
 
 /** Behind the entry of a list that couldn't be read to its end. */
 void skipToComma(Scanp& scanp) {
-  take(scanp, "%*[^,//]");
-  take(scanp, ", ");
+  scanp.take("%*[^,//]");
+  scanp.take(", ");
 }
 
 /** Cell of a location code: two letters for a row and a column of blocks of 4 by 4 cells, and one
@@ -82,7 +74,7 @@ bool decodeBlocks(const RcmRawData& raw, Scanp& scanp, RcmData& data) {
     switch (kind) {
       case 0x0101: scanp.scan("%3d", data.num); break;
       case 0x0110: {
-        if (take(scanp, "%*2D%8F%10F%4F", data.lat, data.lon, data.elev) == 4) {
+        if (scanp.take("%*2D%8F%10F%4F", data.lat, data.lon, data.elev) == 4) {
           data.elev = Convert::FTtoM(data.elev);
         }
         Zqv::outDebug(3, "LOC: %.3f %.3f %.0f \n", static_cast<double>(data.lat),
@@ -92,7 +84,7 @@ bool decodeBlocks(const RcmRawData& raw, Scanp& scanp, RcmData& data) {
         int day = 0;
         int hour = 0;
         int minute = 0;
-        if (take(scanp, "%4D%2D%2D%2D%2D", year, month, day, hour, minute) == 5) {
+        if (scanp.take("%4D%2D%2D%2D%2D", year, month, day, hour, minute) == 5) {
           data.date.set(year, month, day, hour, minute, Const::FMISS);
         }
         break;
@@ -112,16 +104,16 @@ bool decodeBlocks(const RcmRawData& raw, Scanp& scanp, RcmData& data) {
 
 void decodeState(Scanp& scanp, RcmData& data) {
   data.status = RcmData::VALID;
-  take(scanp, "%*(EDITED|UNEDITED) ");
-  if (take(scanp, "%*(RADNE) ") > 0) {
+  scanp.take("%*(EDITED|UNEDITED) ");
+  if (scanp.take("%*(RADNE) ") > 0) {
     data.status = RcmData::NO_ECHO;
   }
-  if (take(scanp, "%*(RADOM) ") > 0) {
+  if (scanp.take("%*(RADOM) ") > 0) {
     data.status = RcmData::MAINTENANCE;
   }
   Zqv::outDebug(4, "PTR: %20.20s\n", scanp.string());
   char mode[5] = "";
-  take(scanp, "%*(/MD)%4s ", mode);
+  scanp.take("%*(/MD)%4s ", mode);
   if (StrLib::equal(mode, "PCPN")) {
     data.mode = RcmData::PRECIP;
   } else if (StrLib::equal(mode, "CLAR")) {
@@ -170,7 +162,7 @@ int decodeRun(Scanp& scanp, Cell cell, int before, bool trace, RcmData& data) {
 void decodeEchoes(Scanp& scanp, RcmData& data) {
   int num = 0;
   Zqv::outDebug(4, "PTR1: %20.20s\n", scanp.string());
-  take(scanp, "%*(/NI)%d: ", num);
+  scanp.take("%*(/NI)%d: ", num);
   Zqv::outDebug(4, "NI NUM: %d\n", num);
   Zqv::outDebug(4, "ECHO: %d %60.60s\n", num, scanp.string());
   const bool trace = Zqv::checkDebug(5);
@@ -195,11 +187,11 @@ void decodeEchoes(Scanp& scanp, RcmData& data) {
 void decodeStorms(Scanp& scanp, RcmData& data) {
   int num = 0;
   Zqv::outDebug(4, "PTR CEN: %20.20s\n", scanp.string());
-  take(scanp, "%*(/NCEN)%d: ", num);
+  scanp.take("%*(/NCEN)%d: ", num);
   while (data.num_storm < RcmData::max_storm) {
     RcmStorm storm;
     char code[4] = "";
-    const int n = take(scanp, "%*(C)%2s%3s %3d%3d, ", storm.id, code, storm.dir, storm.spd);
+    const int n = scanp.take("%*(C)%2s%3s %3d%3d, ", storm.id, code, storm.dir, storm.spd);
     if (n < 3) {
       break;
     }
@@ -215,7 +207,7 @@ void decodeStorms(Scanp& scanp, RcmData& data) {
 
 void decodeWinds(Scanp& scanp, RcmData& data) {
   Zqv::outDebug(4, "PTR2: %20.20s\n", scanp.string());
-  if (take(scanp, "%*(/NEXRBB) %*d %*d ") < 1) {
+  if (scanp.take("%*(/NEXRBB) %*d %*d ") < 1) {
     return;
   }
   constexpr int rms[] = {2, 4, 6, 8, 10, 12, 15};
@@ -223,7 +215,7 @@ void decodeWinds(Scanp& scanp, RcmData& data) {
     RcmWind wind;
     char error = ' ';
     Zqv::outDebug(5, "PTR VAD: %d %20.20s\n", data.num_vad, scanp.string());
-    if (take(scanp, "%d%c%3d%3d, ", wind.hgt, error, wind.dir, wind.spd) < 4) {
+    if (scanp.take("%d%c%3d%3d, ", wind.hgt, error, wind.dir, wind.spd) < 4) {
       break;
     }
     wind.rms = error >= 'A' && error <= 'G' ? rms[error - 'A'] : Const::MISS;
@@ -231,19 +223,19 @@ void decodeWinds(Scanp& scanp, RcmData& data) {
   }
   Zqv::outDebug(4, "PTR -VAD: %20.20s\n", scanp.string());
   skipToSlash(scanp);
-  take(scanp, "%*(/ENDBB) ");
+  scanp.take("%*(/ENDBB) ");
 }
 
 void decodeVortices(Scanp& scanp, const char* head, const char* format, RcmVortex* list, int max,
                     int& num) {
   int stated = 0;
-  if (take(scanp, head, stated) < 1) {
+  if (scanp.take(head, stated) < 1) {
     return;
   }
   while (num < max) {
     RcmVortex v;
     char code[4] = "";
-    if (take(scanp, format, v.id, code) < 3) {
+    if (scanp.take(format, v.id, code) < 3) {
       break;
     }
     setPlace(code, v);
@@ -256,15 +248,15 @@ void decodeVortices(Scanp& scanp, const char* head, const char* format, RcmVorte
 void decodeCentroids(Scanp& scanp, RcmData& data) {
   int num = 0;
   Zqv::outDebug(4, "CENTROID PTR: %20.20s\n", scanp.string());
-  if (take(scanp, "%*(/NCEN)%d: ", num) < 1) {
+  if (scanp.take("%*(/NCEN)%d: ", num) < 1) {
     return;
   }
   char name[3] = "";
   char code[4] = "";
-  while (take(scanp, "%*(C)%2s%3s ", name, code) == 3) {
+  while (scanp.take("%*(C)%2s%3s ", name, code) == 3) {
     int height = Const::MISS;
     char hail = 'U';
-    if (take(scanp, "%*(S)%3d%*(H)%c, ", height, hail) < 4) {
+    if (scanp.take("%*(S)%3d%*(H)%c, ", height, hail) < 4) {
       skipToComma(scanp);
     }
     const int before = data.num_storm;
@@ -350,8 +342,8 @@ int RcmFile::decode(const RcmRawData& raw, RcmData& data) {
   Zqv::outDebug(3, "OFF:%d\n", scanp.getOffset());
 
   // First part: echoes and storms.
-  take(scanp, "%*d %*s %*d ");
-  if (take(scanp, "%*(/NEXRAA) ") < 1) {
+  scanp.take("%*d %*s %*d ");
+  if (scanp.take("%*(/NEXRAA) ") < 1) {
     return 0;
   }
   int year = 0;
@@ -359,14 +351,16 @@ int RcmFile::decode(const RcmRawData& raw, RcmData& data) {
   int day = 0;
   int hour = 0;
   int minute = 0;
-  if (take(scanp, "%d %2D%2D%2D%2D%2D ", data.num, day, month, year, hour, minute) == 6) {
+  if (scanp.take("%d %2D%2D%2D%2D%2D ", data.num, day, month, year, hour, minute) == 6) {
     data.date.set(year, month, day, hour, minute, Const::FMISS);
   }
   Zqv::outDebug(3, "ID: %d %s\n", data.num, data.id);
   decodeState(scanp, data);
   decodeEchoes(scanp, data);
   char code[4] = "";
-  if (take(scanp, "%*(/MT)%d:%3s ", data.maxt, code) == 3) {
+  int top = Const::MISS;
+  if (scanp.take("%*(/MT)%d:%3s ", top, code) == 3) {
+    data.maxt = top;
     const Cell cell(code);
     data.maxt_x = static_cast<float>(cell.x);
     data.maxt_y = static_cast<float>(cell.y);
@@ -374,18 +368,18 @@ int RcmFile::decode(const RcmRawData& raw, RcmData& data) {
   }
   decodeStorms(scanp, data);
   skipToSlash(scanp);
-  take(scanp, "%*(/ENDAA) ");
+  scanp.take("%*(/ENDAA) ");
 
   // Second and third part, which may be absent: winds aloft; vortices and more of the storms.
   decodeWinds(scanp, data);
   Zqv::outDebug(4, "PTR: %60.60s\n", scanp.string());
-  take(scanp, "%*(/NEXRCC) %*d %*d ");
+  scanp.take("%*(/NEXRCC) %*d %*d ");
   decodeVortices(scanp, "%*(/NTVS)%d: ", "%*(TVS)%2s%3s, ", data.tvs, RcmData::max_tvs,
                  data.num_tvs);
   decodeVortices(scanp, "%*(/NMES)%d: ", "%*(M)%2s%3s, ", data.meso, RcmData::max_meso,
                  data.num_meso);
   decodeCentroids(scanp, data);
-  take(scanp, " ");
+  scanp.take(" ");
   Zqv::outDebug(4, "END: %d\n", scanp.getOffset());
   Zqv::outDebug(4, "LEFT: %-20.20s\n", scanp.string());
   return 1;

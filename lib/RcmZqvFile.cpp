@@ -126,12 +126,8 @@ void RcmZqvFile::readHead(RcmData& data) const {
       data.mode = RcmData::PRECIP;
     } else if (words.equal(i, "CLAR")) {
       data.mode = RcmData::CLEAR_AIR;
-    } else if (words.equal(i, "NA")) {
-      data.status = RcmData::NOT_AVAILABLE;
-    } else if (words.equal(i, "NE")) {
-      data.status = RcmData::NO_ECHO;
-    } else if (words.equal(i, "OM")) {
-      data.status = RcmData::MAINTENANCE;
+    } else {
+      data.status = std::min(data.status, findStatus(words.getString(i)));
     }
   }
 }
@@ -200,19 +196,14 @@ int RcmZqvFile::write(const RcmData& data) {
     return 0;
   }
   num++;
-  const char* state = "";
+  const char* word = statusWord(data.status);
   if (data.mode == RcmData::PRECIP) {
-    state = " PCPN";
+    word = "PCPN";
   } else if (data.mode == RcmData::CLEAR_AIR) {
-    state = " CLAR";
-  } else if (data.status == RcmData::NOT_AVAILABLE) {
-    state = " NA";
-  } else if (data.status == RcmData::NO_ECHO) {
-    state = " NE";
-  } else if (data.status == RcmData::MAINTENANCE) {
-    state = " OM";
+    word = "CLAR";
   }
-  file.printf("** %s %3.3d%s\n", data.id, data.num, state);
+  file.printf("** %s %3.3d%s%s\n", data.id, data.num, word != nullptr ? " " : "",
+              StrLib::valid(word, ""));
   if (data.maxt != Const::MISS) {
     file.printf("Z %3d %8.3f %8.3f\n", data.maxt, static_cast<double>(data.maxt_x),
                 static_cast<double>(data.maxt_y));

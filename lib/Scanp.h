@@ -9,7 +9,7 @@
 namespace ZQV {
 
 /** Scanner of coded text by a format. The text isn't copied and has to stay where it is; it may
- *  hold NUL characters and has a further one behind its end. A scan never moves the read position:
+ *  hold NUL characters and has a further one behind its end. A scan doesn't move the read position:
  *  the caller looks at how far it got and then steps on with inc().
  *
  *  In a format a blank stands for one or more white space characters (blank, line feed, carriage
@@ -47,6 +47,13 @@ class Scanp {
   int scan(const char* format, T&... targets) {
     const std::array<Target, sizeof...(T)> list{target(targets)...};
     return run(format, list);
+  }
+  /** Matches likewise, and steps over what was used. */
+  template <class... T>
+  int take(const char* format, T&... targets) {
+    const int n = scan(format, targets...);
+    inc();
+    return n;
   }
   /** Looks for a text from the read position on; length() is then the distance to it. @return 1; 0
    * if it isn't there */

@@ -11,6 +11,13 @@
 
 namespace ZQV {
 
+namespace {
+
+constexpr int num_status = 3;
+constexpr const char* status_words[num_status] = {"NA", "NE", "OM"};
+
+}  // namespace
+
 int SummaryFile::open(const char* name, int access) {
   close();
   line.clear();
@@ -76,6 +83,18 @@ int SummaryFile::readMosaicLine() {
   }
   past_mosaic = true;
   return 0;
+}
+
+const char* SummaryFile::statusWord(int status) {
+  return status >= 0 && status < num_status ? status_words[status] : nullptr;
+}
+
+int SummaryFile::findStatus(const char* word) {
+  int i = 0;
+  while (i < num_status && !StrLib::equal(word, status_words[i])) {
+    i++;
+  }
+  return i;
 }
 
 int SummaryFile::prepare(const Domain& domain, const char* info, Image& image) const {

@@ -50,6 +50,11 @@ class SummaryFile {
   int prepare(const Domain& domain, const char* info, Image& image) const;
   int prepare(const Domain& domain, const char* info, Grid& grid) const;
 
+  /** What stands for a status of 0 to 2: "NA", "NE", "OM"; absent for any other. */
+  static const char* statusWord(int status);
+  /** The status of a word, 3 if it is none of them. */
+  static int findStatus(const char* word);
+
   File file;
   Date date;
   std::string line;
