@@ -12,9 +12,9 @@ namespace {
 using namespace ZQV;
 
 /** Text and number of characters used stay within what there is. */
-void check(const Scanp& scanp, size_t length, int found) {
+void check(const Scanp& scanp, size_t size, int found) {
   if (found < -1 || scanp.length() < 0 ||
-      static_cast<size_t>(scanp.getOffset() + scanp.length()) > length ||
+      scanp.length() > static_cast<int>(size) - scanp.getOffset() ||
       scanp.assigned() > scanp.matched()) {
     std::abort();
   }
