@@ -239,6 +239,7 @@ TEST_F(ContTest, BandsCoverEachValidCellOnce) {
   struct Row {
     Field field;
     const char* params;
+    bool is_crossed = false;
   };
   const Row rows[] = {{plane, "int=.5"},
                       {cone, "int=.31,base=.07"},
@@ -248,7 +249,8 @@ TEST_F(ContTest, BandsCoverEachValidCellOnce) {
                       {noise, "int=.5"},
                       {steps, "int=2"},
                       {[](int, int) { return 5.0F; }, "int=1"},
-                      {[](int i, int) { return i < 20 ? 5.0F : 7.0F; }, "int=1"}};
+                      {[](int i, int) { return i < 20 ? 5.0F : 7.0F; }, "int=1"},
+                      {noise, "int=.05", true}};
   for (const Row& row : rows) {
     SCOPED_TRACE(&row - rows);
     cont.init();
@@ -259,9 +261,13 @@ TEST_F(ContTest, BandsCoverEachValidCellOnce) {
     for (const auto& [color, polygons] : fills) {
       for (const Polygon& p : polygons) {
         sum += area(p);
-        const auto x = (p[0].x + p[1].x + p[2].x) / 3;
-        const auto y = (p[0].y + p[1].y + p[2].y) / 3;
-        in_cell[{static_cast<int>(x), static_cast<int>(y)}].push_back(&p);
+        const auto [left, right] = std::minmax_element(
+            p.begin(), p.end(), [](const auto& a, const auto& b) { return a.x < b.x; });
+        const auto [top, bottom] = std::minmax_element(
+            p.begin(), p.end(), [](const auto& a, const auto& b) { return a.y < b.y; });
+        in_cell[{static_cast<int>((left->x + right->x) / 2),
+                 static_cast<int>((top->y + bottom->y) / 2)}]
+            .push_back(&p);
       }
     }
     double valid = 0;
@@ -276,12 +282,67 @@ TEST_F(ContTest, BandsCoverEachValidCellOnce) {
           const double y = j + 0.01 + 0.98 * static_cast<double>(any(random));
           int covered = 0;
           for (const Polygon* p : in_cell[{i, j}]) covered += holds(*p, x, y) ? 1 : 0;
-          wrong += covered != (is_valid ? 1 : 0) ? 1 : 0;
+          wrong +=
+              (row.is_crossed ? (covered > 0) != is_valid : covered != (is_valid ? 1 : 0)) ? 1 : 0;
         }
       }
     }
-    EXPECT_NEAR(sum, valid, 0.02);
+    if (!row.is_crossed) {
+      EXPECT_NEAR(sum, valid, 0.02);
+    }
     EXPECT_LE(wrong, 1) << "points on an outline, at most";
+  }
+}
+
+// One cell, its corners from the upper left: a saddle joins the crossings of TOP and RIGHT, and
+// those of BOTTOM and LEFT, from the middle on; below it TOP and LEFT, RIGHT and BOTTOM.
+TEST_F(ContTest, CellsAreDividedByTheRules) {
+  struct Row {
+    const char* what;
+    std::array<float, 4> values;
+    const char* fill;
+    std::vector<std::string> polygons;  ///< colour and corners, in tenths
+  };
+  const Row rows[] = {
+      {"WholeCell", {4, 4, 4, 4}, "0:#00000b,9:#00000c", {"11: 10,0 10,10 0,10 0,0 10,0"}},
+      {"AboveALevel", {0, 10, 0, 10}, "4:#00000b", {"11: 4,10 4,0 10,0 10,10 4,10"}},
+      {"BetweenTwo",
+       {0, 10, 0, 10},
+       "2:#00000b,6:#00000c",
+       {"11: 6,0 6,10 2,10 2,0 6,0", "12: 6,10 6,0 10,0 10,10 6,10"}},
+      {"SaddleInTheMiddle",
+       {10, 0, 0, 10},
+       "-5:#00000b,5:#00000c",
+       {"11: 5,0 10,5 10,0 5,0", "11: 5,10 0,5 0,10 5,10", "12: 0,5 5,10 10,10 10,5 5,0 0,0 0,5"}},
+      {"SaddleBelowTheMiddle",
+       {10, 0, 0, 10},
+       "-5:#00000b,4:#00000c",
+       {"11: 6,0 0,6 0,10 4,10 10,4 10,0 6,0", "12: 0,6 6,0 0,0 0,6", "12: 4,10 10,4 10,10 4,10"}}};
+  const char* cell = "ll:0:0,0,0,2,2,1,1";
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.what);
+    cont.setColorFill(row.fill);
+    const Grid grid =
+        makeGrid([&](int i, int j) { return row.values[static_cast<size_t>(2 * j + i)]; }, cell);
+    ASSERT_EQ(contour(grid, "lcf,lab=0:0", cell), 1);
+    std::vector<std::string> found;
+    for (const auto& [color, polygons] : fills) {
+      for (const Polygon& p : polygons) {
+        std::string text = std::to_string(color) + ":";
+        for (const Record::Place& at : p) {
+          text += " " + std::to_string(std::lround(10 * at.x)) + "," +
+                  std::to_string(std::lround(10 * at.y));
+        }
+        found.push_back(text);
+      }
+    }
+    EXPECT_EQ(found, row.polygons);
+    if (row.values[1] == 0) {  // the saddles' lines go where their bands end
+      ASSERT_EQ(lines.size(), 2U);
+      const bool is_middle = row.what == rows[3].what;
+      EXPECT_NEAR(lines[0].points[1].x, is_middle ? 1 : 0, 1e-5);
+      EXPECT_NEAR(lines[1].points[0].y, is_middle ? 1 : .4, 1e-5);
+    }
   }
 }
 
@@ -378,13 +439,12 @@ TEST(GridBox, RaisesCellsAcrossTheSeam) {
                                      std::pair("ps:90:0,0,0,401,201,1,1", 0.0F)}) {
     Domain plane;
     plane.set(view);
-    Grid grid = makeGrid([](int i, int) { return static_cast<float>(i); }, "ll,0,180,3,3,2,2");
+    // Columns at 177 E, 179 E and 179 W.
+    Grid grid = makeGrid([](int i, int) { return static_cast<float>(i); }, "ll,0,179,3,3,2,2");
     GridBox box;
     EXPECT_EQ(box.set(grid, plane, 0, 0, .5F), 2);
     EXPECT_FALSE(box.isSpan());
-    // The plane puts 180 E at its right edge; a column further it starts anew at the left.
-    grid.setDomain(makeGrid([](int, int) { return 0.0F; }, "ll,0,181,3,3,2,2").getDomain());
-    box.set(grid, plane, 0, 0, .5F);
+    EXPECT_EQ(box.set(grid, plane, 1, 0, 1.5F), 2);
     EXPECT_EQ(box.isSpan(), period != 0.0F) << view;
     EarthPoint e(2, -179);
     Point p;
