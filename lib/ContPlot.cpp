@@ -83,7 +83,7 @@ class ContPlot::Cells {
   /** Calls with the column and row of each cell in view whose places are known, with its box set.
    */
   template <typename Draw>
-  void forEach(GridBox& box, Draw draw) {
+  void forEach(GridBox& cell, Draw visit) {
     if (nx < 2 || ny < 2) return;
     upper.resize(static_cast<size_t>(nx));
     lower.resize(static_cast<size_t>(nx));
@@ -97,8 +97,8 @@ class ContPlot::Cells {
         const auto k = static_cast<size_t>(i);
         const std::array<Point, 4> places{upper[k], upper[k + 1], lower[k], lower[k + 1]};
         if (!isSeen(places)) continue;
-        box.set({above[k], above[k + 1], below[k], below[k + 1]}, places, proj);
-        draw(i, j);
+        cell.set({above[k], above[k + 1], below[k], below[k + 1]}, places, proj);
+        visit(i, j);
       }
     }
   }
@@ -147,10 +147,10 @@ class ContPlot::Band {
   }
   /** Sends its polygons, not closed, the upper level's crossings first and in their order. */
   template <typename Send>
-  void trace(Points& polygon, Send send) {
+  void trace(Points& outline, Send send) {
     if (!is_sound) return;
-    for (int n = 0; n < found[UPPER]; n++) traceFrom(UPPER, n, polygon, send);
-    for (int n = found[LOWER] - 1; n >= 0; n--) traceFrom(LOWER, n, polygon, send);
+    for (int n = 0; n < found[UPPER]; n++) traceFrom(UPPER, n, outline, send);
+    for (int n = found[LOWER] - 1; n >= 0; n--) traceFrom(LOWER, n, outline, send);
   }
 
  private:
@@ -168,9 +168,9 @@ class ContPlot::Band {
     return boxes[LOWER]->getVal(corner) <= boxes[LOWER]->getLevel() ? LOW : IN;
   }
   void addCrossing(int which, int s, bool is_entry) {
-    const GridBox& box = *boxes[which];
+    const GridBox& cell = *boxes[which];
     for (int n = 0; n < 4; n++) {
-      if (box.getCross(n) == s) {
+      if (cell.getCross(n) == s) {
         where[which][n] = num;
         found[which]++;
         items[num++] = {which, n, is_entry};
@@ -192,28 +192,28 @@ class ContPlot::Band {
     if (from != LOW && to == LOW) addCrossing(LOWER, s, false);
   }
   template <typename Send>
-  void traceFrom(int which, int n, Points& polygon, Send send) {
+  void traceFrom(int which, int n, Points& outline, Send send) {
     if (visited[which][n]) return;
-    polygon.clear();
+    outline.clear();
     // Each turn of the loop leaves a crossing for good, so that it ends.
     while (!visited[which][n]) {
-      leave(which, n, polygon);
+      leave(which, n, outline);
       n = boxes[which]->getPartner(n);
       if (visited[which][n]) break;
-      leave(which, n, polygon);
+      leave(which, n, outline);
       const int step = items[where[which][n]].is_entry ? 1 : num - 1;
       int i = where[which][n];
       for (i = (i + step) % num; items[i].which < 0; i = (i + step) % num) {
-        polygon.add(boxes[UPPER]->getPoint(items[i].n));
+        outline.add(boxes[UPPER]->getPoint(items[i].n));
       }
       which = items[i].which;
       n = items[i].n;
     }
     send();
   }
-  void leave(int which, int n, Points& polygon) {
+  void leave(int which, int n, Points& outline) {
     visited[which][n] = true;
-    polygon.add(boxes[which]->getCrossPoint1(n));
+    outline.add(boxes[which]->getCrossPoint1(n));
   }
 
   const GridBox* boxes[2];
@@ -276,7 +276,7 @@ int ContPlot::setType(int n) {
 }
 
 int ContPlot::setParam(const char* text) {
-  // First match wins: "cofill" stands behind "co=", "cola" behind "cof".
+  // First match wins.
   static constexpr const char* types[] = {"cf", "lcf", "ln", "dln", "ndln", "gvalue", "value"};
   const Strings items(text, ',');
   for (int i = 0; i < items.getNum(); i++) {
@@ -343,6 +343,13 @@ int ContPlot::setInterval(float v) {
 
 int ContPlot::setBase(float v) {
   def_base = base = std::isfinite(v) ? v : Const::FMISS;
+  return 1;
+}
+
+int ContPlot::setRange(float lo, float hi) {
+  const bool is_set = isNumber(lo) && isNumber(hi);
+  grid_min = is_set ? lo : Const::FMISS;
+  grid_max = is_set ? hi : Const::FMISS;
   return 1;
 }
 
@@ -475,7 +482,7 @@ int ContPlot::chooseLevels(Plot& plot, Grid& grid) {
   min = lo;
   max = hi;
   chooseColors(plot);
-  const float tweak = static_cast<float>((static_cast<double>(hi) - lo) / TWEAK_SHARE);
+  const auto tweak = static_cast<float>((static_cast<double>(hi) - lo) / TWEAK_SHARE);
   box.setTweak(tweak);
   pbox.setTweak(tweak);
   base = def_base;
@@ -523,7 +530,8 @@ float ContPlot::getLevel(int k) const {
 void ContPlot::chooseAttrs(Plot& plot) {
   ColorMap& map = plot.getColorMap();
   const bool own = !isMiss(color_line);
-  PlotAttr line(own ? color_line.get() : "", type == LINES_FILL ? "black" : "white");
+  PlotAttr line(own ? color_line.get() : "");
+  if (!StrLib::valid(line.getColor())) line.setColor(type == LINES_FILL ? "black" : "white");
   line.setColorInd(map.getInd(line.getColor()));
   const PlotAttr label(
       color_label.get(),

@@ -40,6 +40,8 @@ class ContPlot {
   int setInterval(float v);
   /** A value that is a level; missing: 0. */
   int setBase(float v);
+  /** Range of the levels, in place of the field's own; missing: the field's. */
+  int setRange(float lo, float hi);
   /** @param every   a label at each so many levels, and a value at each so many points; 0 none
    *  @param radius  of the square of points within which a high or low is one, at most 50; 0 none
    */

@@ -322,8 +322,9 @@ TEST_F(ContTest, CellsAreDividedByTheRules) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.what);
     cont.setColorFill(row.fill);
-    const Grid grid =
-        makeGrid([&](int i, int j) { return row.values[static_cast<size_t>(2 * j + i)]; }, cell);
+    const Grid grid = makeGrid(
+        [&](int i, int j) { return row.values.at(j == 0 ? (i == 0 ? 0 : 1) : (i == 0 ? 2 : 3)); },
+        cell);
     ASSERT_EQ(contour(grid, "lcf,lab=0:0", cell), 1);
     std::vector<std::string> found;
     for (const auto& [color, polygons] : fills) {
@@ -553,6 +554,13 @@ TEST_F(ContTest, ChoosesLevels) {
     EXPECT_EQ(cont.getLevel(0), row.first);
     EXPECT_EQ(cont.getLevel(row.num - 1), row.last);
   }
+  cont.init();
+  cont.setRange(12, 29);
+  contour(makeGrid(up), "cf,int=5,lab=0:0");
+  EXPECT_EQ(cont.getNumLevels(), 5);
+  EXPECT_EQ(cont.getLevel(0), 10);
+  EXPECT_EQ(coverage(9.9, 10.5), 0);
+  EXPECT_EQ(coverage(10.1, 10.5), 1);
   EXPECT_EQ(contour(makeGrid([](int, int) { return M; }), "lcf"), 0);
   EXPECT_EQ(contour(makeGrid([](int, int) { return nan_value; }), "lcf"), 0);
   EXPECT_EQ(contour(Grid(), "lcf"), 0);
@@ -580,6 +588,7 @@ TEST_F(ContTest, LinesTakeTheirAttributes) {
   EXPECT_EQ(styles("lcf"), "0/1 ");
   EXPECT_EQ(styles("ln,co=#000009:st=4"), "9/4 ");
   EXPECT_EQ(styles("ln,co=none"), "");
+  EXPECT_EQ(styles("lcf,co=st=4"), "0/4 ");
   cont.init();
   cont.setColorFill("#000001:st=5,#000002,off,#000003,#000004");
   contour(grid, "ln,int=10,lab=0:0,co=off");
