@@ -865,7 +865,13 @@ int XWindow::procCallback(Window id, int type, const char* name, const char* dat
 
 int XWindow::newCallback(Window id, int type, Listener* listener, const void* data) {
   if (listener == nullptr) return 0;
-  callbackroot.push_back({type, id, listener, data});
+  // Whoever asks again, as with each frame, isn't told twice.
+  const auto same = [&](const XCallbackItem& item) {
+    return item.window == id && item.type == type && item.listener == listener && item.data == data;
+  };
+  if (std::none_of(callbackroot.begin(), callbackroot.end(), same)) {
+    callbackroot.push_back({type, id, listener, data});
+  }
   return 1;
 }
 
