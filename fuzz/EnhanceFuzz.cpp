@@ -1,5 +1,5 @@
-// Enhancement tables as users write them, and the files of them. The first byte of the input chooses
-// which it is.
+// Enhancement tables as users write them, and the files of them. The first byte of the input
+// chooses which it is.
 
 #include "Enhance.h"
 

@@ -250,7 +250,8 @@ void ImagePlot::callback(const char* name, const char* data, const void* /*sourc
       std::sscanf(data, "%f,%f", &p.lat, &p.lon) != 2) {
     return;
   }
-  std::printf("ImagePlot value: %d %.1f\n", image.getVal(p), static_cast<double>(image.getValue(p)));
+  std::printf("ImagePlot value: %d %.1f\n", image.getVal(p),
+              static_cast<double>(image.getValue(p)));
   std::fflush(stdout);
 }
 

@@ -106,7 +106,8 @@ TEST(EnhanceTest, ReadsAFile) {
   const ScratchDir dir;
   dir.write("rain.enh",
             "# comment\n@value\n@name Rain\n  0:c5 \n\n@other\nc6\n@label Rain rate in mm an hour\n"
-            "20:c7:this goes far beyond the eighty characters of a line, and what is there is cut,9:c8\n");
+            "20:c7:this goes far beyond the eighty characters of a line, and what is there is "
+            "cut,9:c8\n");
   ColorMap map = numbered();
   Enhance table;
   EXPECT_EQ(table.set(map, "rain.enh"), 1);

@@ -34,9 +34,9 @@ constexpr int gray = 0x808080;
 
 /** A picture of the program, without map and labels, that fills a page of width by height. */
 Image drawPicture(const TempDir& dir, const std::string& args, int width, int height) {
-  const ProgramRun run = runScopeview(
-      dir, args + " -de raster -ou png:out.png -dr plot,data -ge " + std::to_string(width) + "x" +
-               std::to_string(height));
+  const ProgramRun run =
+      runScopeview(dir, args + " -de raster -ou png:out.png -dr plot,data -ge " +
+                            std::to_string(width) + "x" + std::to_string(height));
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.err, "");
   Image image;
@@ -120,9 +120,8 @@ TEST(ImagePlotTest, RedrawnWhereProjPutsIt) {
   const TempDir dir;
   ASSERT_EQ(ImageFile().write(dir.at("a.png").c_str(), markedImage()), 1);
   for (const Row& row : rows) {
-    const Image out =
-        drawPicture(dir, std::string("-in img a.png -pa full,nobord -pd ") + row.domain, width,
-                    height);
+    const Image out = drawPicture(
+        dir, std::string("-in img a.png -pa full,nobord -pd ") + row.domain, width, height);
     ASSERT_EQ(out.getWidth(), width);
     for (int i = 0; i < 5; i++) {
       // 300 by 200 cells over the page, which has the plot's centre in its middle.
@@ -177,7 +176,8 @@ TEST(ImagePlotTest, MosaicsOnTheMap) {
   dir.write("kav", kavouras(' ', 10, runs));
   const std::map<std::string, int> colors = radarColors();
   const std::string pages = " -pa full,nobord -pd ";
-  const Image seen = drawPicture(dir, "-in nowrad now" + pages + "ll,45,-100,201,101,.1,.1", 800, 400);
+  const Image seen =
+      drawPicture(dir, "-in nowrad now" + pages + "ll,45,-100,201,101,.1,.1", 800, 400);
   // Level 9 is 45 dBZ, level 2 10 dBZ; 40 pixels a degree.
   const auto at = [&](int column, int row_of) {
     // The image's own centre is half a cell off: 200 by 100 points around 100 W.

@@ -32,7 +32,7 @@ inline std::string line(int number, const std::string& packets) {
 
 /** A Kavouras file with a kind, a resolution and run data. */
 inline std::string kavouras(char kind, int resolution, const std::string& runs,
-                     const std::string& time = "184530070599") {
+                            const std::string& time = "184530070599") {
   std::string head(2048, '\0');
   head[1996 + 14] = kind;
   head.replace(1996 + 16, 12, time);
