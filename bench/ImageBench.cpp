@@ -1,4 +1,5 @@
-// A radar picture to and from the formats of pictures; beside them plain libpng as it comes.
+// A radar picture to and from the formats of pictures, beside them plain libpng as it comes; and a
+// mosaic onto other domains, by the pixel.
 
 #include "Image.h"
 
@@ -10,7 +11,9 @@
 #include <png.h>
 #include <unistd.h>
 
+#include "Domain.h"
 #include "ImageFile.h"
+#include "ImageMath.h"
 
 namespace {
 
@@ -99,5 +102,48 @@ void plainLibpng(benchmark::State& state, int color_type) {
 }
 BENCHMARK_CAPTURE(plainLibpng, indexed, Image::INDEXED)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(plainLibpng, colour, Image::TRUE_COLOR)->Unit(benchmark::kMicrosecond);
+
+/** A mosaic of the United States in blocks of echo, with values as a reader gives them. */
+Image mosaic(const char* text, bool flat) {
+  constexpr unsigned levels = 16;
+  ZQV::Domain domain;
+  domain.set(text);
+  Image image;
+  image.set(domain, 8);
+  image.setColorType(Image::DATA);
+  image.allocData();
+  for (int y = 0; y < domain.ny && !flat; y++) {
+    for (int x = 0; x < domain.nx; x++) {
+      const unsigned block = static_cast<unsigned>(x / 4 + y / 4 * 977) * 2654435761U;
+      image.setPixel(x, y, static_cast<int>((block >> 20) % levels));
+    }
+  }
+  return image;
+}
+
+constexpr const char* lat_lon = "latlon,39,-96,2560,2880,0.0257812,0.0171874";
+constexpr const char* lambert = "lamb:40:-97:33:45,38,-96,2560,2880,0.02,0.0151";
+
+void remap(benchmark::State& state, const char* from, const char* text, bool flat) {
+  const Image image = mosaic(from, flat);
+  ZQV::Domain domain;
+  domain.set(text);
+  Image result;
+  for (auto _ : state) benchmark::DoNotOptimize(ZQV::ImageMath::remap(image, domain, result));
+  state.SetItemsProcessed(static_cast<int64_t>(state.iterations()) * domain.nx * domain.ny);
+}
+BENCHMARK_CAPTURE(remap, matching, lat_lon, "latlon,39,-96,640,512,0.09,0.05", false)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(remap, matching_empty, lat_lon, "latlon,39,-96,640,512,0.09,0.05", true)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(remap, matching_lambert, lambert, "lamb:40:-97:33:45,38,-96,640,512,0.08,0.08",
+                  false)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(remap, lambert, lat_lon, "lamb:40:-97:33:45,38,-96,640,512,0.08,0.08", false)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(remap, stereographic, lat_lon, "pstereo:90:-98,38,-96,640,512,0.08,0.08", false)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(remap, mercator, lat_lon, "merc:0:-96,38,-96,640,512,0.08,0.08", false)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -3,11 +3,13 @@
 //   bare empty                 starts and ends
 //   bare read FILE             reads a product and decompresses what is compressed, nothing more
 //   bare chain FILE N          decompresses the first N records of a Level II volume
+//   bare mosaic FILE           decodes the runs of a Kavouras mosaic into its pixels
 //   bare print N ps|meta|hpgl  prints N five-cornered polygons with std::to_chars, as the device
 //   has them bare spawn COMMAND...      runs a command, its output dropped, and prints its seconds
 //   and kilobytes; a small
 //                              parent, so that the memory is the command's own
 
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <cstdio>
@@ -95,6 +97,36 @@ size_t inflateChain(const char* name, int records) {
     BZ2_bzDecompressEnd(&bz);
   }
   return total;
+}
+
+/** Decodes the runs of a high-resolution mosaic of the plain kind. @return pixels that aren't 0 */
+size_t decodeMosaic(const char* name) {
+  constexpr size_t width = 5120;
+  constexpr size_t height = 5760;
+  constexpr size_t head = 2048;
+  const std::vector<char> bytes = slurp(name);
+  std::vector<unsigned char> pixels(width * height);
+  size_t out = 0;
+  unsigned char level = 0;
+  for (size_t i = head; i < bytes.size() && out < pixels.size() && bytes[i] != '!'; i++) {
+    const auto b = static_cast<unsigned char>(bytes[i]);
+    size_t n = 0;
+    if (b == '#') {
+      n = width - out % width;
+    } else if (b == '$') {
+      n = ++i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0;
+    } else if (b < ' ') {
+      n = b;
+    } else if (b != '"') {
+      n = b >> 6U;
+      level = b & 63U;
+      level = level == 16 ? 0 : static_cast<unsigned char>(level + (level < 16 ? 1 : 0));
+    }
+    n = std::min(n, width - out % width);
+    std::memset(&pixels[out], level, n);
+    out += n;
+  }
+  return pixels.size() - static_cast<size_t>(std::count(pixels.begin(), pixels.end(), 0));
 }
 
 class Printer {
@@ -198,6 +230,9 @@ int main(int argc, char** argv) {
   }
   if (what == "chain" && argc > 3) {
     return inflateChain(argv[2], std::atoi(argv[3])) > 0 ? 0 : 1;
+  }
+  if (what == "mosaic" && argc > 2) {
+    return decodeMosaic(argv[2]) > 0 ? 0 : 1;
   }
   if (what == "spawn" && argc > 2) {
     return spawn(argv + 2);

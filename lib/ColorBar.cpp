@@ -31,6 +31,12 @@ int ColorBar::setFill(const ColorFill& colors) {
   return 1;
 }
 
+int ColorBar::setEnhance(const Enhance& table) {
+  enh = table;
+  type = ENHANCE;
+  return 1;
+}
+
 int ColorBar::setRange(const Range& values) {
   range = values;
   return 1;
@@ -39,7 +45,11 @@ int ColorBar::setRange(const Range& values) {
 void ColorBar::print() const {
   std::printf("ColorBar\nLocate: %s\n", loc.c_str());
   range.print();
-  fill.print();
+  if (type == ENHANCE) {
+    enh.print();
+  } else {
+    fill.print();
+  }
 }
 
 }  // namespace ZQV

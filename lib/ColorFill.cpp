@@ -133,18 +133,20 @@ int ColorFill::addClass(const PlotAttr& a, float v) {
   return 1;
 }
 
-/** Fills in the bounds between two that are given. What follows the last one given is drawn toward
- * the entry past the end, which is unset: deliberate. */
+/** Fills in the bounds between two that are given. The entry past the last one is unset. */
 void ColorFill::validateValues() {
-  if (!areValuesSet()) return;
+  if (areValuesSet()) interpolate(value.data(), num, Const::FMISS);
+}
+
+void ColorFill::interpolate(float* values, int n, float end) {
   int near = 0;
-  while (near < num) {
+  while (near < n) {
     int far = near + 1;
-    while (far < num && getValue(far) == Const::FMISS) far++;
-    const float from = getValue(near);
-    const float to = getValue(far);
+    while (far < n && values[far] == Const::FMISS) far++;
+    const float from = values[near];
+    const float to = far < n ? values[far] : end;
     for (int i = near + 1; i < far; i++) {
-      value[static_cast<size_t>(i)] =
+      values[i] =
           (to - from) * static_cast<float>(i - near) / static_cast<float>(far - near) + from;
     }
     near = far;

@@ -61,6 +61,9 @@ class ColorFill {
    * value is taken as a number: callers test it first. */
   [[nodiscard]] int getColor(float v) const;
   [[nodiscard]] const char* getLabel() const { return label.c_str(); }
+  /** Fills in the unset ones of n values, linearly between those that are set; those behind the
+   * last one that is set are drawn toward end, whether that is set or not: deliberate. */
+  static void interpolate(float* values, int n, float end);
   void print() const;
 
  private:

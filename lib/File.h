@@ -53,6 +53,10 @@ class File : public FileAttr {
   /** @return elements (bytes) read; -1 without a stream or on a pipe opened for writing */
   int read(void* data, size_t size, size_t n);
   int read(void* data, size_t n);
+  /** The next byte, for readers of short codes; -1 where there is none. */
+  [[nodiscard]] int getByte() {
+    return opened && !(type == 1 && access == 1) ? ::getc_unlocked(fp) : -1;
+  }
   /** Fills the buffer up to n bytes in all. @return its new size, -1 without a stream */
   int read(Buffer& buffer, int n);
   /** Fills the buffer to its capacity. @return its new size, -1 without a stream */

@@ -72,6 +72,13 @@ int ImageFile::read(const char* name, Image& image) {
   return result;
 }
 
+int ImageFile::readHeader(Image& image) {
+  if (opened && access == READ && (type == IMG || type == IMGZ)) return img.readHeader(image);
+  const int result = read(image);
+  image.freeData();
+  return result;
+}
+
 int ImageFile::readPlain(const char* name, Image& image) {
   return FileTool::isFile(name) ? read(name, image) : 0;
 }

@@ -33,6 +33,9 @@ class ImageFile {
   /** Fills the image with the file's. @return 1 or 0; -1 as ImgZqvFile::read() */
   int read(Image& image);
   int read(const char* name, Image& image);
+  /** The same without the pixels: size, texts, domain and tables. Of the native format only the
+   * first lines are read. */
+  int readHeader(Image& image);
   /** For names that stand in a data file or a setting: a plain file only, never a command or a
    * standard stream. */
   int readPlain(const char* name, Image& image);

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -95,6 +96,163 @@ void visitPlane(Domain& domain, Domain& other, Visit visit) {
   }
 }
 
+/** Resamples within one projected plane, where the way over the earth leads back to where it began
+ * but for the rounding of latitude and longitude. It is taken at the ends of short spans, and
+ * between them only where that rounding could make a difference: the result is the same as that of
+ * taking it for each pixel. */
+class PlaneRemap {
+ public:
+  PlaneRemap(const Image& image, const Domain& domain, Image& destination)
+      : source(image), result(destination), to(domain), from(image.getDomain()) {
+    cell = std::min(std::fabs(from.getDx()), std::fabs(from.getDy()));
+    if (source.hasColors()) {
+      nearest = 0.5F;
+      more = 0;
+    }
+    right = static_cast<float>(source.getWidth() - 1);
+    bottom = static_cast<float>(source.getHeight() - 1);
+  }
+
+  /** The two share a plane on which what lies between two places of the earth does so, too, and the
+   * pixels are bytes. */
+  static bool fits(const Image& source, const Domain& domain) {
+    constexpr int planes[] = {Domain::PSTEREO, Domain::MERC, Domain::LAMB,
+                              Domain::ORTHO,   Domain::SAT,  Domain::LAMBAZ};
+    return DomainVal::compareProj(domain, source.getDomain()) &&
+           std::any_of(std::begin(planes), std::end(planes),
+                       [&](int code) { return domain.isProj(code); }) &&
+           source.getDepth() == INDEX_BITS && source.getBitsPixel() == INDEX_BITS &&
+           source.getBytesLine() >= source.getWidth() &&
+           source.findRow(source.getHeight() - 1) != nullptr;
+  }
+
+  void run() {
+    const Rect limits = to.getLimits();
+    columns.reserve(static_cast<size_t>(to.getNx()));
+    float px = limits.xmin;
+    for (int x = 0; x < to.getNx(); x++, px += to.getDx()) columns.push_back(px);
+    py = limits.ymax;
+    for (row = 0; row < to.getNy(); row++, py -= to.getDy()) runRow();
+  }
+
+ private:
+  static constexpr int span = 16;
+  static constexpr float tolerance = 1.0F / 32.0F;  ///< in cells of the source
+
+  /** Where a pixel lies. */
+  struct Place {
+    Point p;
+    EarthPoint e;
+    GridPoint g;
+  };
+
+  Place locate(int x) {
+    Place place;
+    place.p.set(columns[static_cast<size_t>(x)], py);
+    if (to.tran(place.p, place.e) != 0 || place.e.lat != Const::FMISS) from.tran(place.e, place.g);
+    return place;
+  }
+
+  void runRow() {
+    const int last = to.getNx() - 1;
+    Place begin = locate(0);
+    result.setPixel(0, row, source.getPixel(begin.g));
+    for (int x = 0; x < last;) {
+      const int next = std::min(x + span, last);
+      const Place end = locate(next);
+      const bool close = isClose(begin) && isClose(end) && isSmooth(begin, end);
+      for (int i = x + 1; i < next; i++) {
+        if (!close || !take(i)) result.setPixel(i, row, source.getPixel(locate(i).g));
+      }
+      result.setPixel(next, row, source.getPixel(end.g));
+      x = next;
+      begin = end;
+    }
+  }
+
+  /** The way over the earth led back. */
+  bool isClose(const Place& place) {
+    GridPoint g;
+    from.tran(place.p, g);
+    return std::fabs(g.gx - place.g.gx) < tolerance / 4 &&
+           std::fabs(g.gy - place.g.gy) < tolerance / 4;
+  }
+
+  /** No edge of the map lies between two places, and a last bit of latitude and longitude is far
+   * below a cell. */
+  [[nodiscard]] bool isSmooth(const Place& a, const Place& b) const {
+    constexpr double last_bit = 1e-5;  // degrees
+    constexpr double most_scale = 4.0;
+    const auto from_origin = [&](float lon) {
+      return std::remainder(static_cast<double>(lon) - static_cast<double>(to.getPLon()), 360.0);
+    };
+    const double east = from_origin(b.e.lon) - from_origin(a.e.lon);
+    const double north = static_cast<double>(b.e.lat) - static_cast<double>(a.e.lat);
+    const double arc =
+        std::hypot(north, east * std::cos(static_cast<double>(a.e.lat) * Const::DRC));
+    // Plane units a degree. On a conformal plane that along the row is that of any direction; the
+    // others stay below a limit.
+    double scale = 2.0 * std::fabs(static_cast<double>(b.p.x) - static_cast<double>(a.p.x)) / arc;
+    if (!to.isProj(Domain::PSTEREO) && !to.isProj(Domain::MERC) && !to.isProj(Domain::LAMB)) {
+      scale = std::max(scale, most_scale);
+    }
+    return std::fabs(east) < 180.0 &&
+           last_bit * scale < static_cast<double>(cell) * static_cast<double>(tolerance / 2);
+  }
+
+  /** Stores a pixel by its place on the plane, if all places within the tolerance give the same. */
+  bool take(int x) {
+    GridPoint g;
+    from.tran(Point(columns[static_cast<size_t>(x)], py), g);
+    const float left = g.gx - tolerance;
+    const float top = g.gy - tolerance;
+    const float x_end = g.gx + tolerance;
+    const float y_end = g.gy + tolerance;
+    if (x_end < 0.0F || y_end < 0.0F || left >= right || top >= bottom) return true;  // off: 0
+    if (!(left >= 0.0F && top >= 0.0F && x_end < right && y_end < bottom)) return false;
+    const auto i1 = static_cast<int>(left + nearest);
+    const auto j1 = static_cast<int>(top + nearest);
+    const auto i2 = static_cast<int>(x_end + nearest);
+    const auto j2 = static_cast<int>(y_end + nearest);
+    int value = source.findRow(j1)[i1];
+    if (!isUniform(i1, j1, i2 + more, j2 + more)) {
+      // Between the same four pixels the least and the largest are those of the corners.
+      if (more == 0 || i1 != i2 || j1 != j2 || source.getNumCut() != 0) return false;
+      value = source.getPixel(left, top);
+      if (source.getPixel(x_end, top) != value || source.getPixel(left, y_end) != value ||
+          source.getPixel(x_end, y_end) != value) {
+        return false;
+      }
+    }
+    result.findRow(row)[x] = static_cast<unsigned char>(value);
+    return true;
+  }
+
+  [[nodiscard]] bool isUniform(int i1, int j1, int i2, int j2) const {
+    const unsigned char value = source.findRow(j1)[i1];
+    for (int j = j1; j <= j2; j++) {
+      const unsigned char* pixels = source.findRow(j);
+      for (int i = i1; i <= i2; i++) {
+        if (pixels[i] != value) return false;
+      }
+    }
+    return true;
+  }
+
+  const Image& source;
+  Image& result;
+  Domain to;
+  Domain from;
+  std::vector<float> columns;  ///< x of each
+  float py = 0.0F;             ///< y of the row
+  int row = 0;
+  float cell;            ///< of the source, the smaller side, in the plane
+  float nearest = 0.0F;  ///< 0.5 where the nearest pixel counts, 0 where all four around do
+  int more = 1;          ///< pixels that count to the right and below
+  float right;           ///< last column and row, where nothing is seen any more
+  float bottom;
+};
+
 }  // namespace
 
 int ImageMath::clip(const Image& source, const GeomBox& box, Image& destination) {
@@ -138,10 +296,15 @@ int ImageMath::remap(const Image& source, const Domain& domain, Image& destinati
   result.setDomain(domain);
   result.setBytesLine();
   if (result.allocData() == 0) return 0;
-  Domain to = domain;
-  Domain from = source.getDomain();
-  visitPlane(to, from,
-             [&](int x, int y, const GridPoint& g) { result.setPixel(x, y, source.getPixel(g)); });
+  if (PlaneRemap::fits(source, domain)) {
+    PlaneRemap(source, domain, result).run();
+  } else {
+    Domain to = domain;
+    Domain from = source.getDomain();
+    visitPlane(to, from, [&](int x, int y, const GridPoint& g) {
+      result.setPixel(x, y, source.getPixel(g));
+    });
+  }
   destination = std::move(result);
   return 1;
 }

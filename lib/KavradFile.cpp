@@ -84,15 +84,15 @@ int KavradFile::readHeader() {
 }
 
 int KavradFile::readPacket(KavradPacket& packet) {
-  unsigned char b = 0;
-  if (!opened || file.read(&b, 1) != 1) return 0;
+  const int b = opened ? file.getByte() : -1;
+  if (b < 0) return 0;
   switch (b) {
     case '!': return 0;
     case '"': return 1;  // the packet stays: deliberate
     case '#': packet = {-1, value}; return 1;
     case '$': {
-      unsigned char n = 0;
-      if (file.read(&n, 1) != 1) return 0;
+      const int n = file.getByte();
+      if (n < 0) return 0;
       packet = {n, value};
       return 1;
     }

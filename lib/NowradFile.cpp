@@ -135,44 +135,45 @@ int NowradFile::readLine() {
 }
 
 int NowradFile::readPacket(NowradPacket& packet) {
-  unsigned char b = 0;
-  unsigned char more[2] = {};
   if (!opened) return 0;
-  if (held >= 0) {
-    b = static_cast<unsigned char>(held);
-    held = -1;
-  } else if (file.read(&b, 1) != 1) {
-    return 0;
-  }
+  const int next = held >= 0 ? held : file.getByte();
+  held = -1;
+  if (next < 0) return 0;
+  const auto b = static_cast<unsigned char>(next);
   run = 0;
   col = b & 15U;
   if (b == 0) {
     // Only a marker byte needs a look at the one behind it, and a step back.
-    if (file.read(more, 1) == 1) held = more[0];
+    held = file.getByte();
     if (held == ESCAPE) {
-      const int n = file.read(more, 1);
-      if (n == 1 && more[0] != 0) {
-        data = {b, ESCAPE, more[0]};
+      const int mark = file.getByte();
+      if (mark > 0) {
+        data = {b, ESCAPE, static_cast<unsigned char>(mark)};
         held = -1;
         return 0;
       }
-      if (n > 0) file.seek(-n, SEEK_CUR);
+      if (mark == 0) file.seek(-1, SEEK_CUR);
     }
   }
   switch (b >> 4) {
-    case 0x0d:
-      if (file.read(more, 2) != 2) return 0;
-      run = more[0] + more[1] * 256U + 1;
+    case 0x0d: {
+      const int low = file.getByte();
+      const int high = file.getByte();
+      if (high < 0) return 0;
+      run = static_cast<unsigned int>(low + high * 256 + 1);
       pre = 1;
       break;
-    case 0x0e:
-      if (file.read(more, 1) != 1) return 0;
-      run = more[0] + 1U;
+    }
+    case 0x0e: {
+      const int n = file.getByte();
+      if (n < 0) return 0;
+      run = static_cast<unsigned int>(n + 1);
       pre = 1;
       break;
+    }
     case 0x0f:
       // Behind a zero byte this one would look like a marker, and another zero tells them apart.
-      if (pre == 0 && b == ESCAPE && (file.read(more, 1) != 1 || more[0] != 0)) return 0;
+      if (pre == 0 && b == ESCAPE && file.getByte() != 0) return 0;
       col_mask = col;
       col = 0;
       pre = 1;

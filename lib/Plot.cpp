@@ -1552,8 +1552,13 @@ int Plot::setBar(const ColorFill& fill) {
   return cbar.setFill(fill);
 }
 
+int Plot::setBar(const Enhance& table) {
+  bar = 1;
+  return cbar.setEnhance(table);
+}
+
 int Plot::drawBar() {
-  return drawBar(Range());
+  return cbar.getType() == ColorBar::ENHANCE ? drawEnhBar() : drawBar(Range());
 }
 
 /** Where the bar lies on the page; only the corner "ll" has a layout. */
@@ -1571,6 +1576,32 @@ Rect Plot::barRect(const Rect& view) const {
   const float xmax = view.xmin + view.getWidth() * 0.5F;
   return full == 2 ? Rect(xmin, view.ymin + gap * b, xmax, view.ymin + b)
                    : Rect(xmin, view.ymin - b, xmax, view.ymin - gap * b);
+}
+
+/** Turns to the page and draws the name of the colours beside the bar's place. @return that place
+ */
+Rect Plot::startBar(const char* name) {
+  const Rect view = graph.getViewport();
+  graph.activateTran(0);
+  const Rect rect = barRect(view);
+  constexpr float text_share = 0.35F;
+  constexpr float label_gap = 0.01F;
+  setText();
+  setTextHeight(rect.getHeight() * text_share);
+  setText(PlotAttr(textColor()), rect.getHeight() * text_share);
+  if (StrLib::valid(name)) {
+    setTextAlign(Graph::HALIGN_LEFT, Graph::VALIGN_BASE);
+    drawText(rect.xmax + label_gap, rect.ymin, name);
+  }
+  setTextAlign(Graph::HALIGN_CENTER, Graph::VALIGN_BASE);
+  return rect;
+}
+
+/** Draws a frame around the boxes and turns back. */
+void Plot::endBar(const Rect& boxes, int tran) {
+  setLine(textColor());
+  drawRect(boxes);
+  graph.activateTran(tran);
 }
 
 int Plot::drawBar(const Range& asked) {
@@ -1592,21 +1623,9 @@ int Plot::drawBar(const Range& asked) {
     return 0;
   }
   const int tran = graph.getTran();
-  const Rect view = graph.getViewport();
-  graph.activateTran(0);
-  const Rect rect = barRect(view);
+  const Rect rect = startBar(fill.getLabel());
   const float middle = rect.ymin + rect.getHeight() * 0.5F;
   const float width = rect.getWidth() / static_cast<float>(n);
-  constexpr float text_share = 0.35F;
-  constexpr float label_gap = 0.01F;
-  setText();
-  setTextHeight(rect.getHeight() * text_share);
-  setText(PlotAttr(textColor()), rect.getHeight() * text_share);
-  if (StrLib::valid(fill.getLabel())) {
-    setTextAlign(Graph::HALIGN_LEFT, Graph::VALIGN_BASE);
-    drawText(rect.xmax + label_gap, rect.ymin, fill.getLabel());
-  }
-  setTextAlign(Graph::HALIGN_CENTER, Graph::VALIGN_BASE);
   const int every = n / 16 + 1;
   String text;
   for (int i = 0; i < n; i++) {
@@ -1631,9 +1650,39 @@ int Plot::drawBar(const Range& asked) {
       drawText(x, rect.ymin, text.get());
     }
   }
-  setLine(textColor());
-  drawRect(rect.xmin, middle, rect.xmax, rect.ymax);
-  graph.activateTran(tran);
+  endBar(Rect(rect.xmin, middle, rect.xmax, rect.ymax), tran);
+  return 1;
+}
+
+int Plot::drawEnhBar() {
+  constexpr int codes = 256;
+  constexpr int decimals = 2;
+  const Enhance& table = cbar.getEnhance();
+  const int n = table.isValue() ? table.getNum() : codes;
+  if (table.getNum() < 1) {
+    return 0;
+  }
+  const int tran = graph.getTran();
+  Rect boxes = startBar(table.getName());
+  const float base = boxes.ymin;
+  if (table.isValue()) {
+    boxes.ymin += boxes.getHeight() * 0.5F;
+  }
+  const float width = boxes.getWidth() / static_cast<float>(n);
+  const int every = n / 16 + 1;
+  setFillStyle(0);
+  String text;
+  for (int i = 0; i < n; i++) {
+    const auto step = static_cast<float>(i);
+    setFillColor(table.isValue() ? table.getIndex(i) : table.getColor(step));
+    const float x = boxes.xmin + step * width;
+    drawFill(Rect(x, boxes.ymin, x + width, boxes.ymax));
+    if (table.isValue() && i % every == 0) {
+      Tools::toString(table.getValue(i), decimals, text);
+      drawText(x, base, text.get());
+    }
+  }
+  endBar(boxes, tran);
   return 1;
 }
 

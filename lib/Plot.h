@@ -306,8 +306,12 @@ class Plot : public Listener {
   int setBarRange(const Range& range);
   int setBar(const ColorFill& fill, const Range& range);
   int setBar(const ColorFill& fill);
+  int setBar(const Enhance& table);
   int drawBar();
   int drawBar(const Range& range);
+  /** The bar of an enhancement table: the classes of a value table, or the 256 pixel codes.
+   * @return 1; 0 without any class */
+  int drawEnhBar();
   /** Which elements are drawn: names with "+" or "-", "all", "none"; an empty text means all.
    * @return 1 */
   int setDrawing(const char* text);
@@ -345,6 +349,8 @@ class Plot : public Listener {
                  int base_layer, const PlotAttr& attr);
   [[nodiscard]] const char* textColor();
   Rect barRect(const Rect& view) const;
+  Rect startBar(const char* name);
+  void endBar(const Rect& boxes, int tran);
   void drawLogo();
   [[nodiscard]] int findPanel(float x, float y, float& nx, float& ny) const;
   void prepareDevice(const Strings& items);

@@ -5,6 +5,10 @@
 #include "Domain.h"
 #include "DomainTool.h"
 #include "FileTool.h"
+#include "Image.h"
+#include "ImageFile.h"
+#include "KavradFile.h"
+#include "NowradFile.h"
 #include "StrLib.h"
 #include "Strings.h"
 #include "Zqv.h"
@@ -14,6 +18,10 @@ namespace ZQV {
 namespace {
 
 constexpr const char* default_table = "rad.clr";
+/** Colours of reflectivity, dBZ, of images. */
+constexpr const char* image_fill =
+    "-100:off,5:blue,10:lblue,15:cyan,20:lcyan,25:green,30:lgreen,35:brown,40:yellow,45:red,"
+    "50:lred,55:magenta,60:lmagenta,65:dgray,70:lgray,75:white";
 
 /** Name of a type on standard output and in messages. */
 const char* typeName(int type) {
@@ -222,6 +230,7 @@ int ScopeView::setColorTable(const char* name) {
   color_table.copy(StrLib::valid(name, ""));
   nids.setColorTable(name);
   lev2.setColorTable(name);
+  img.setColorTable(name);
   return 1;
 }
 
@@ -229,6 +238,7 @@ int ScopeView::setColorFill(const char* list) {
   color_fill.copy(StrLib::valid(list, ""));
   nids.setColorFill(list);
   lev2.setColorFill(list);
+  img.setColorFill(list);
   return 1;
 }
 
@@ -245,6 +255,7 @@ int ScopeView::setVariable(const char* text) {
 int ScopeView::setMap(int flag) {
   nids.setMap(flag);
   lev2.setMap(flag);
+  img.setMap(flag);
   return 1;
 }
 
@@ -266,6 +277,7 @@ int ScopeView::setParam(const char* text) {
       sync = 1;
     }
   }
+  img.setParam(text);
   nids.setParam(text);
   lev2.setParam(text);
   return 1;
@@ -275,13 +287,35 @@ int ScopeView::draw(Plot& plot) {
   if (!filename.isSet()) {
     filename.setFile("la");
   }
-  if (type == NIDS) {
-    nids.draw(plot);
-  } else if (type == LEV2) {
-    lev2.draw(plot);
-  } else {
-    Zqv::outWarning("ScopeView: input type %s is not available in this build\n", typeName(type));
+  switch (type) {
+    case NIDS: nids.draw(plot); return 1;
+    case LEV2: lev2.draw(plot); return 1;
+    case IMAGE: return drawFile<ImageFile>(plot, "Image");
+    case NOWRAD: return drawFile<NowradFile>(plot, "Nowrad");
+    case KAVRAD: return drawFile<KavradFile>(plot, "Kavrad");
+    default:
+      Zqv::outWarning("ScopeView: input type %s is not available in this build\n", typeName(type));
+      return 1;
   }
+}
+
+/** Draws what can be read of an image-like file. @return 1; 0 with a warning if it can't be opened
+ */
+template <typename File>
+int ScopeView::drawFile(Plot& plot, const char* kind) {
+  File file;
+  if (file.open(filename.getName()) == 0) {
+    Zqv::outWarning("ScopeView: Unable to open %s file: %s\n", kind, filename.getName());
+    return 0;
+  }
+  Image image;
+  file.read(image);
+  return draw(plot, image);
+}
+
+int ScopeView::draw(Plot& plot, Image& image) {
+  img.setColorFill(color_fill.valid() ? color_fill.get() : image_fill);
+  img.draw(plot, image);
   return 1;
 }
 

@@ -2,6 +2,7 @@
 
 #include "Drawing.h"
 #include "Filename.h"
+#include "ImagePlot.h"
 #include "Lev2Plot.h"
 #include "Listener.h"
 #include "NidsPlot.h"
@@ -59,6 +60,8 @@ class ScopeView : public Drawing, public Listener {
   int getNumFrames() override;
   int getSync() override { return sync; }
   int draw(Plot& plot) override;
+  /** Draws an image in the colours of setColorFill(), else those of reflectivity. @return 1 */
+  int draw(Plot& plot, Image& image);
   int print() override;
   void callback(const char* name, const char* data, const void* source) override;
 
@@ -73,10 +76,14 @@ class ScopeView : public Drawing, public Listener {
   int setMap(int flag);
 
  private:
+  template <typename File>
+  int drawFile(Plot& plot, const char* kind);
+
   int type = RCM;
   Filename filename;
   String color_table;
   String color_fill;
+  ImagePlot img;
   NidsPlot nids;
   Lev2Plot lev2;
   int sync = 0;

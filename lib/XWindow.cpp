@@ -865,13 +865,13 @@ int XWindow::procCallback(Window id, int type, const char* name, const char* dat
 
 int XWindow::newCallback(Window id, int type, Listener* listener, const void* data) {
   if (listener == nullptr) return 0;
-  // Who draws again asks again, and is to be told once.
-  for (const XCallbackItem& item : callbackroot) {
-    if (item.window == id && item.type == type && item.listener == listener && item.data == data) {
-      return 1;
-    }
+  // Whoever asks again, as with each frame, isn't told twice.
+  const auto same = [&](const XCallbackItem& item) {
+    return item.window == id && item.type == type && item.listener == listener && item.data == data;
+  };
+  if (std::none_of(callbackroot.begin(), callbackroot.end(), same)) {
+    callbackroot.push_back({type, id, listener, data});
   }
-  callbackroot.push_back({type, id, listener, data});
   return 1;
 }
 

@@ -365,6 +365,81 @@ TEST(ImageMathTest, RemapsOntoAnotherDomain) {
   EXPECT_EQ(ImageMath::remap(image, latLon(0.0F, 0.0F, 50000, 50000, 0.001F), result), 0);
 }
 
+/** The walk over the earth, pixel by pixel. */
+Image remapSlowly(const Image& source, const Domain& domain) {
+  Image result;
+  result.copyInfo(source);
+  result.setDomain(domain);
+  result.setBytesLine();
+  result.allocData();
+  Domain to = domain;
+  Domain from = source.getDomain();
+  float y = to.getLimits().ymax;
+  for (int j = 0; j < to.getNy(); j++, y -= to.getDy()) {
+    float x = to.getLimits().xmin;
+    for (int i = 0; i < to.getNx(); i++, x += to.getDx()) {
+      EarthPoint e;
+      GridPoint g;
+      to.tran(Point(x, y), e);
+      if (e.lat != Const::FMISS) from.tran(e, g);
+      result.setPixel(i, j, source.getPixel(g));
+    }
+  }
+  return result;
+}
+
+// A way within the plane must give what the one over the earth does, to the pixel: at poles, across
+// the gap of a cone, past the edge of a map, on cells as small as the rounding of latitudes.
+TEST(ImageMathTest, RemapWithinOnePlaneIsThatOverTheEarth) {
+  struct Row {
+    const char* source;
+    const char* target;
+  };
+  const Row rows[] = {
+      {"lamb:40:-97:33:45,38,-96,200,150,0.2,0.2", "lamb:40:-97:33:45,39,-95,333,201,0.1,0.11"},
+      {"lamb:40:-97:33:45,38,-96,200,150,0.2,0.2", "lamb:40:-97:33:45,38,-96,200,150,0.2,0.2"},
+      {"lamb:40:10:33:45,90,10,300,300,1,1", "lamb:40:10:33:45,90,10,310,290,0.9,0.9"},
+      {"lamb:85:10:88:89,89.9,10,300,300,0.01,0.01", "lamb:85:10:88:89,89.9,10,310,290,0.01,0.01"},
+      {"lamb:40:-97:33:45,38,-96,200,150,0.0001,0.0001",
+       "lamb:40:-97:33:45,38,-96,210,140,0.0001,0.0001"},
+      {"pstereo:90:-98,80,0,200,200,1.5,1.5", "pstereo:90:-98,85,170,250,250,1.1,1.3"},
+      {"pstereo:90:-98,90,0,300,300,9,9", "pstereo:90:-98,90,0,250,250,10.3,11"},
+      {"merc:0:170,0,175,400,200,1.1,1.1", "merc:0:170,5,165,600,180,0.9,1.3"},
+      {"lambaz:40:-97,40,-97,300,300,0.9,0.9", "lambaz:40:-97,30,-97,310,310,0.95,0.8"},
+      {"ortho:40:-97,40,-97,300,300,0.5,0.5", "ortho:40:-97,40,-90,310,310,0.45,0.5"},
+      {"sat:0:-96:421,30,-96,300,300,0.1,0.1", "sat:0:-96:421,30,-96,310,280,0.1,0.11"},
+  };
+  enum Kind { FLAT, BLOCKS, NOISE, CLASSES, COLORS, KINDS };
+  int seen = 0;
+  for (const Row& row : rows) {
+    Domain from;
+    Domain to;
+    from.set(row.source);
+    to.set(row.target);
+    for (int kind = FLAT; kind < KINDS; kind++) {
+      Image image;
+      image.set(from, 8);
+      image.setColorType(Image::DATA);
+      image.allocData();
+      if (kind == COLORS) image.allocColors(256);
+      if (kind == CLASSES) image.setCutoff("7:40:120");
+      const int block = kind == BLOCKS ? 8 : 1;
+      for (int y = 0; y < image.getHeight(); y++) {
+        for (int x = 0; x < image.getWidth(); x++) {
+          const unsigned random = static_cast<unsigned>(x / block + y / block * 977) * 2654435761U;
+          image.setPixel(x, y, kind == FLAT ? 9 : static_cast<int>(random >> 24));
+        }
+      }
+      Image result;
+      EXPECT_EQ(ImageMath::remap(image, to, result), 1);
+      const Image slow = remapSlowly(image, to);
+      EXPECT_EQ(pixels(result), pixels(slow)) << row.target << " kind " << kind;
+      seen += slow.getVal(100, 70) != 0 ? 1 : 0;
+    }
+  }
+  EXPECT_GT(seen, 30) << "of 55";
+}
+
 TEST(ImageMathTest, ClipsABox) {
   Image image =
       make({{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 10, 11, 12}, {13, 14, 15, 16}}, 8, Image::INDEXED);

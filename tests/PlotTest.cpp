@@ -371,3 +371,37 @@ TEST_F(PlotTest, ColourBarShowsItsClasses) {
   ASSERT_EQ(boxes.size(), 2U);
   EXPECT_EQ(boxes[1].points[2].x, 0) << "another corner has no layout";
 }
+
+TEST_F(PlotTest, EnhancementBarShowsClassesOrAllCodes) {
+  const auto bar_of = [&](const char* text) {
+    std::vector<Record> fills;
+    for (const Record& r : drawn([&](Plot& plot) {
+           plot.setPanel(domain("latlon,40,-100,31,21,1,1"));
+           Enhance table;
+           table.set(plot.getColorMap(), text);
+           plot.setBar(table);
+           EXPECT_EQ(plot.drawBar(), table.getNum() > 0 ? 1 : 0);
+         })) {
+      if (r.kind == 'F') {
+        fills.push_back(r);
+      }
+    }
+    return fills;
+  };
+  const double left = 0.06 + 1.38 * 0.03;  // as above
+  const double right = 0.06 + 0.69;
+  const double top = 0.04 - 0.15 * 0.04;
+  std::vector<Record> boxes = bar_of("c0:blue,c10:off,c20:red,c30:green");
+  ASSERT_EQ(boxes.size(), 3U) << "the class that is off has no box";
+  EXPECT_NEAR(boxes[1].points[0].x, left + (right - left) / 2, 1e-4);
+  EXPECT_NEAR(boxes[1].points[0].y, 0.04 - (0.15 + 0.85 / 2) * 0.04, 1e-4) << "the upper half";
+  EXPECT_NEAR(boxes[2].points[2].x, right, 1e-4);
+  boxes = bar_of("64:blue,128:red");
+  ASSERT_EQ(boxes.size(), 192U) << "of 256 codes, 64 below the first threshold";
+  EXPECT_NEAR(boxes[0].points[0].x, left + (right - left) / 4, 1e-4);
+  EXPECT_NEAR(boxes[0].points[0].y, 0.0, 1e-4) << "the whole height";
+  EXPECT_NEAR(boxes[0].points[1].y, top, 1e-4);
+  EXPECT_NE(boxes[63].fill_color, boxes[64].fill_color);
+  EXPECT_EQ(boxes[64].fill_color, boxes[191].fill_color);
+  EXPECT_TRUE(bar_of("none.enh").empty());
+}

@@ -4,7 +4,8 @@
     make_bench_products.py DIR
 
 Each is filled to about half with echoes, as a widespread storm would be: a 16-level radial, a 256-level radial of 720
-by 1840, a 16-level raster, a wind profile, and a Level II volume of six cuts of 720 radials in bzip2 records.
+by 1840, a 16-level raster, a wind profile, a Level II volume of six cuts of 720 radials in bzip2 records, and a
+Kavouras mosaic of 5120 by 5760 pixels.
 """
 import bz2
 import math
@@ -141,6 +142,41 @@ def volume(nrad, ngate, ncut):
     return out
 
 
+def mosaic():
+    """Blocks of echo of ragged levels, with empty ones between."""
+    width, height, step = 5120, 5760, 8
+    head = bytearray(2048)
+    head[2012:2024] = b"184530030525"
+    out = head
+    seed = 1
+    for top in range(0, height, step):
+        levels = [int(echo(x / width * 6 - 3, top / height * 6 - 3) * 20) for x in range(0, width, step)]
+        for _ in range(step):
+            row = bytearray()
+            for level in levels:
+                if level:
+                    seed = (seed * 1103515245 + 12345) & 0x7FFFFFFF
+                    for k in range(0, step, 4):
+                        row += bytes([max(0, level - (seed >> 16 + k & 1))]) * 4
+                else:
+                    row += bytes(step)
+            i = 0
+            while i < width:
+                n = 1
+                while i + n < width and row[i + n] == row[i]:
+                    n += 1
+                code = min(row[i], 16) - 1 if row[i] else 16
+                first = min(n, 3)
+                out.append(code | first << 6)
+                if i + n == width:
+                    out += b"#" if n > first else b""
+                else:
+                    for left in range(n - first, 0, -255):
+                        out += b"$" + bytes([min(left, 255)])
+                i += n
+    return bytes(out) + b"!"
+
+
 def main():
     where = sys.argv[1]
     dbz = [0x8002] + list(range(5, 80, 5))
@@ -156,6 +192,8 @@ def main():
             file.write(data)
     with open(os.path.join(where, "volume.lev2"), "wb") as file:
         file.write(volume(720, 1832, 6))
+    with open(os.path.join(where, "mosaic.kav"), "wb") as file:
+        file.write(mosaic())
 
 
 main()
