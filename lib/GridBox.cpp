@@ -27,14 +27,14 @@ constexpr Ends SIDE_ENDS[4] = {{GridBox::UL, GridBox::UR},
                                {GridBox::LL, GridBox::LR},
                                {GridBox::LL, GridBox::UL}};
 
-/** Distance after which the map repeats, 0 where it doesn't. */
+/** What the places west of the seam are raised by, 0 where a map has none. For MOLL that is half the
+ * distance after which the map repeats: deliberate, and here alone. */
 float periodOf(int proj, float y) {
   if (proj == DomainVal::LATLON) return Domain::OFFSET_LL;
   if (proj == DomainVal::MERC) return Domain::OFFSET_MERC;
   if (proj == DomainVal::MOLL) {
-    // From edge to edge at the height y: the half axis 2 sqrt(R^2 - y^2), twice.
     const float q = Domain::earth_rad * Domain::earth_rad - y * y;
-    return q > 0 ? 4 * std::sqrt(q) : 0.0F;
+    return q > 0 ? 2 * std::sqrt(q) : 0.0F;
   }
   return 0.0F;
 }

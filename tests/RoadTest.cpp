@@ -422,12 +422,6 @@ TEST_F(RoadTest, StandardInputAndPipesGiveTheSamePicture) {
   EXPECT_EQ(readMeta(dir.read("c.meta")).size(), drawn);
 }
 
-TEST_F(RoadTest, ReadsOtherInputsLater) {
-  const ProgramRun later = runScopeview(dir, "-in img x.gif -de meta,m.meta");
-  EXPECT_NE(later.err.find("input type img is not available"), std::string::npos);
-  EXPECT_EQ(later.status, 0);
-}
-
 TEST_F(RoadTest, ImageFilesNeedNoDisplay) {
   const std::string file = dir.write("a.nids", radialProduct().build());
   const std::string none = "DISPLAY=:9999";
