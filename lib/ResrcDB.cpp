@@ -1,5 +1,9 @@
 #include "ResrcDB.h"
 
+#include <filesystem>
+#include <string>
+#include <system_error>
+
 #include "ResrcCL.h"
 #include "ResrcDBList.h"
 #include "ResrcEnv.h"
@@ -8,10 +12,6 @@
 #include "String.h"
 #include "Strings.h"
 #include "Zqv.h"
-
-#ifndef ZQV_PREFIX_ETC
-#define ZQV_PREFIX_ETC ""
-#endif
 
 namespace ZQV {
 
@@ -65,11 +65,32 @@ void readFile(ResrcFile& file, const ResrcDBList& keyed, const ResrcDBList& posi
   }
 }
 
+/** Something that was installed with the program: in the program's own tree, wherever that was put,
+ * otherwise where it was built for.
+ *  @param place  below the prefix, or absolute
+ *  @param file  tells a place that has it from another
+ *  @return empty if it is nowhere */
+std::string installed(const char* place, const char* file) {
+  namespace fs = std::filesystem;
+  std::error_code failed;
+  const fs::path program = fs::read_symlink("/proc/self/exe", failed);
+  for (const fs::path& prefix : {program.parent_path().parent_path(), fs::path(ZQV_PREFIX)}) {
+    const fs::path found = prefix / place;
+    if (!prefix.empty() && fs::is_regular_file(found / file, failed)) {
+      return found.string();
+    }
+  }
+  return "";
+}
+
 void readFiles(const ResrcDBList& keyed, const ResrcDBList& positional) {
   String path = Zqv::getResrc("default", default_path);
-  if (Zqv::getResrc("default") == nullptr && StrLib::valid(ZQV_PREFIX_ETC) &&
-      !StrLib::hasToken(default_path, ':', ZQV_PREFIX_ETC)) {
-    path.append(":" ZQV_PREFIX_ETC);
+  if (Zqv::getResrc("default") == nullptr) {
+    const std::string own = installed(ZQV_ETC, "zqv.cfg");
+    if (!own.empty() && !StrLib::hasToken(default_path, ':', own.c_str())) {
+      path.append(":");
+      path.append(own.c_str());
+    }
   }
   const Strings entries(path.get(), ':');
   ResrcFile file(Zqv::resrc);
@@ -165,6 +186,12 @@ int ResrcDB::create(const Strings& args, ResrcDBList& keyed, ResrcDBList& positi
   readEnvironment(positional);
   readCommandLine(line, keyed, positional);
 
+  if (Zqv::getResrc("file_path") == nullptr) {
+    const std::string own = installed(ZQV_DATA, "zqv.clr");
+    if (!own.empty()) {
+      Zqv::addResrc("file_path", own.c_str(), Resrc::FILE_SOURCE);
+    }
+  }
   Zqv::setMessageLevel(Zqv::getResrc("message"));
   if (Zqv::getResrc("file_path") != nullptr) {
     Zqv::setDatabasePath(Zqv::getResrc("file_path"));
