@@ -2,12 +2,14 @@
 // change from run to run. Faults: a failed run that a script takes for a good one, and the other
 // way round; messages among the bytes of a picture.
 
+#include <cstdlib>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "Lev2Maker.h"
 #include "NidsMaker.h"
 #include "Run.h"
 
@@ -169,6 +171,33 @@ TEST_F(ScriptTest, LoopInOneFileOrInNumberedOnes) {
   EXPECT_EQ(movie.find("\x21\xf9", at), std::string::npos);
   EXPECT_EQ(movie.back(), ';');
   EXPECT_EQ(runScopeview(dir, "-strict " + loop + "-ou gif:/dev/full", env).status, 8);
+}
+
+// Faults: a line that stays, one in a log file, one where messages are off.
+TEST_F(ScriptTest, ProgressIsForTerminals) {
+  Lev2Maker maker;
+  Lev2Maker::Radial radial;
+  radial.refl.levels = std::vector<int>(100, 90);
+  std::string volume = maker.header();
+  dir.write("first", volume + maker.message1(radial));
+  dir.write("rest", maker.message1(radial) + maker.message1(radial));
+  // The volume stops in the middle for longer than nothing is said.
+  const std::string draw = "'" ZQV_SCOPEVIEW "' -fp '" ZQV_DATA_DIR
+                           "' -mf none -in lev2 '|cat first; sleep 1; cat rest' "
+                           "-pd latlon,35,-97,91,61,.1,.1 -de meta,m.meta ";
+  const auto on_terminal = [&](const std::string& args) {
+    dir.write("run", "cd '" + dir.path + "'; zqvdefault=/nonexistent " + draw + args + " >out\n");
+    const std::string command = "script -qec 'sh " + dir.at("run") + "' /dev/null </dev/null >'" +
+                                dir.at("seen") + "' 2>&1";
+    EXPECT_EQ(std::system(command.c_str()), 0);
+    return dir.read("seen");
+  };
+  const std::string seen = on_terminal("");
+  EXPECT_NE(seen.find("\rradial "), std::string::npos) << seen;
+  EXPECT_EQ(seen.substr(seen.size() - 4), "\r\033[K") << "wiped out at the end";
+  EXPECT_EQ(on_terminal("-me none"), "");
+  EXPECT_EQ(on_terminal("2>err"), "");
+  EXPECT_EQ(dir.read("err"), "");
 }
 
 TEST_F(ScriptTest, Version) {
