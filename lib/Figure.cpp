@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "Drawing.h"
+#include "Progress.h"
 #include "StrLib.h"
 #include "Strings.h"
 #include "Tools.h"
@@ -293,7 +294,11 @@ int Figure::drawPlot() {
   }
   const Strings times(loop_type == OVER_FORECASTS ? ftime.get() : nullptr, ',');
   loop_frames = 0;
+  Progress progress("frame", frames);
   for (int i = 0; i < frames; i++) {
+    if (frames > 1) {
+      progress.step(i + 1);
+    }
     if (frames > 1) {
       if (!isNewFrame(date)) {
         date.addSeconds(step);

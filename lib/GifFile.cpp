@@ -37,7 +37,9 @@ constexpr int NUM_CODES = 1 << MAX_CODE_BITS;
 constexpr int STACK_SIZE = 5000;
 constexpr int PIXEL_BITS = 8;
 /** Hundredths of a second in the control block of a single picture. */
-constexpr char DELAY = 10;
+constexpr int DELAY = 10;
+/** Says that an animation begins anew at its end; with the terminating 0. */
+constexpr char ENDLESS[] = "\x21\xff\x0bNETSCAPE2.0\x03\x01\x00\x00";
 
 /** Passes of an interlaced picture. */
 constexpr std::array<int, 4> PASS_START{0, 4, 2, 1};
@@ -317,7 +319,7 @@ void GifEncoder::finish() {
     data[0] = static_cast<unsigned char>(out_bytes - 1);
     file.write(data.data(), static_cast<size_t>(out_bytes));
   }
-  file.write("\0;", 2);
+  file.write("", 1);
 }
 
 /** Bits of a table that holds n colours. */
@@ -489,13 +491,14 @@ int GifFile::readPicture(Image& image) {
 
 // Writing.
 
-int GifFile::write(const Image& image) {
-  if (!opened || access != 1 || !image.validData()) return 0;
-  Image copy;
-  if (image.getColorType() != Image::INDEXED && ImageMath::toIndex(image, PIXEL_BITS, copy) == 0) {
-    return 0;
-  }
-  const Image& source = image.getColorType() == Image::INDEXED ? image : copy;
+/** The picture with indexed colours, and the bits that its pixels need.
+ *  @param copy  holds it, where the image has colours of another kind
+ *  @return absent if it can't be written */
+const Image* GifFile::indexed(const Image& image, Image& copy, int& bits) {
+  if (!opened || access != 1 || !image.validData()) return nullptr;
+  const bool is_indexed = image.getColorType() == Image::INDEXED;
+  if (!is_indexed && ImageMath::toIndex(image, PIXEL_BITS, copy) == 0) return nullptr;
+  const Image& source = is_indexed ? image : copy;
   width = source.getWidth();
   height = source.getHeight();
   depth = source.getDepth();
@@ -504,7 +507,7 @@ int GifFile::write(const Image& image) {
   Zqv::outDebug(3, "depth: %d\n", depth);
   Zqv::outDebug(3, "bytes_per_line: %d\n", source.getBytesLine());
   Zqv::outDebug(3, "trans_color: %d\n", source.getTransColor());
-  if (width < 1 || width > MAX_SIZE || height < 1 || height > MAX_SIZE) return 0;
+  if (width < 1 || width > MAX_SIZE || height < 1 || height > MAX_SIZE) return nullptr;
 
   // A pixel past the table would be no valid code: the table grows to hold all.
   int num = source.hasColors() ? source.getNumColors() : 0;
@@ -513,41 +516,87 @@ int GifFile::write(const Image& image) {
     const unsigned char* row = source.getBytes(y, buffer);
     num = std::max(num, *std::max_element(row, row + width) + 1);
   }
-  const int bits = std::min(tableBits(num), PIXEL_BITS);
+  bits = std::min(tableBits(num), PIXEL_BITS);
   code_size = std::max(bits, 2);
   Zqv::outDebug(4, "num_color: %d\n", source.getNumColors());
   Zqv::outDebug(4, "num_color+: %d\n", 1 << bits);
   Zqv::outDebug(4, "code_size: %d\n", code_size);
-  writeHeader(source, bits);
-  return writePicture(source, bits);
+  return &source;
 }
 
-int GifFile::writeHeader(const Image& image, int bits) {
-  const int num = 1 << bits;
+int GifFile::write(const Image& image) {
+  Image copy;
+  int bits = 0;
+  const Image* source = indexed(image, copy, bits);
+  if (source == nullptr) return 0;
+  writeHead(*source, bits);
+  writeComments(*source);
+  if (trans >= 0 || source->hasTransColor()) writeControl(*source, DELAY);
+  writePicture(*source, bits, false);
+  file.write(";", 1);
+  return file.flush();
+}
+
+int GifFile::writeFrame(const Image& image, bool last) {
+  Image copy;
+  int bits = 0;
+  const bool first = !begun;
+  const int w = width;
+  const int h = height;
+  const Image* source = indexed(image, copy, bits);
+  if (source == nullptr || (!first && (width != w || height != h))) return 0;
+  if (first) {
+    begun = true;
+    writeHead(*source, bits);
+    file.write(ENDLESS, sizeof(ENDLESS));
+    writeComments(*source);
+  }
+  file_num++;
+  writeControl(*source, last ? loop_end_delay : loop_delay);
+  return writePicture(*source, bits, !first);
+}
+
+namespace {
+
+/** The table of colours, of 2 to the power bits. */
+void putColors(std::string& out, const Image& image, int bits) {
+  for (int i = 0; i < 1 << bits; i++) {
+    out.push_back(colorByte(image.getRed(i)));
+    out.push_back(colorByte(image.getGrn(i)));
+    out.push_back(colorByte(image.getBlu(i)));
+  }
+}
+
+}  // namespace
+
+int GifFile::writeHead(const Image& image, int bits) {
   std::string head = "GIF89a";
   put2(head, width);
   put2(head, height);
   head.push_back(static_cast<char>(0x80 | (bits - 1) << 4 | (bits - 1)));
   head.append(2, '\0');  // background, aspect
-  for (int i = 0; i < num; i++) {
-    head.push_back(colorByte(image.getRed(i)));
-    head.push_back(colorByte(image.getGrn(i)));
-    head.push_back(colorByte(image.getBlu(i)));
-  }
-  file.write(head.data(), head.size());
+  putColors(head, image, bits);
+  return file.write(head.data(), head.size());
+}
+
+int GifFile::writeComments(const Image& image) {
   writeComment("ti=", std::string(image.getInfo()).substr(0, MAX_INFO).c_str());
   if (image.getDomain().isSet()) {
     String text;
     image.getDomain().toString(text);
     writeComment("pd=", text.get());
   }
-  if (trans >= 0 || image.hasTransColor()) {
-    const int index = image.hasTransColor() ? image.getTransColor() : trans;
-    const char block[] = {EXTENSION, static_cast<char>(CONTROL), 4, 1, DELAY,
-                          0,         static_cast<char>(index),   0};
-    file.write(block, sizeof(block));
-  }
   return 1;
+}
+
+/** What is transparent, and how long the picture is shown, in hundredths of a second. */
+int GifFile::writeControl(const Image& image, int delay) {
+  const int index = image.hasTransColor() ? image.getTransColor() : trans;
+  std::string block{EXTENSION, static_cast<char>(CONTROL), 4,
+                    static_cast<char>(index >= 0 ? 1 : 0)};
+  put2(block, delay);
+  block += {static_cast<char>(std::max(index, 0)), 0};
+  return file.write(block.data(), block.size());
 }
 
 /** A comment of one sub-block. @return 0 if it doesn't fit, with nothing written */
@@ -559,12 +608,14 @@ int GifFile::writeComment(const char* key, const char* text) {
   return file.write(block.c_str(), block.size() + 1) > 0 ? 1 : 0;  // with a terminating 0
 }
 
-int GifFile::writePicture(const Image& image, int bits) {
+int GifFile::writePicture(const Image& image, int bits, bool own_colors) {
   std::string desc(1, SEPARATOR);
   desc.append(4, '\0');  // left, top
   put2(desc, width);
   put2(desc, height);
-  desc.push_back(use_inter != 0 ? 0x40 : 0);
+  desc.push_back(
+      static_cast<char>((use_inter != 0 ? 0x40 : 0) | (own_colors ? 0x80 | (bits - 1) : 0)));
+  if (own_colors) putColors(desc, image, bits);
   desc.push_back(static_cast<char>(std::max(bits, 2)));
   file.write(desc.data(), desc.size());
   std::vector<unsigned char> buffer;
@@ -613,8 +664,7 @@ int GifFile::copyFrames(File& from) {
     head[4] = '9';
     file.write(head, sizeof(head));
     file.write(table.data(), table.size());
-    static constexpr char endless[] = "\x21\xff\x0bNETSCAPE2.0\x03\x01\x00\x00";
-    file.write(endless, sizeof(endless));  // with the terminating 0
+    file.write(ENDLESS, sizeof(ENDLESS));
     table.clear();
   }
   char control[6] = {4, 0, 0, 0, 0, 0};

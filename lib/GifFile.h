@@ -44,15 +44,22 @@ class GifFile {
   /** Appends the pictures of another GIF file as frames of an animation, which close() completes.
    *  @param last  the last file, whose pictures stay for the end delay */
   int write(const char* name, bool last = false);
+  /** Adds a picture as a frame of an animation, which close() completes. Information text, domain
+   * and size are those of the first.
+   *  @param last  it stays for the end delay */
+  int writeFrame(const Image& image, bool last = false);
 
  private:
   int readHeader(Image& image);
   int readExtension(Image& image);
   int readComment(Image& image);
   int readPicture(Image& image);
-  int writeHeader(const Image& image, int bits);
+  const Image* indexed(const Image& image, Image& copy, int& bits);
+  int writeHead(const Image& image, int bits);
+  int writeComments(const Image& image);
   int writeComment(const char* key, const char* text);
-  int writePicture(const Image& image, int bits);
+  int writeControl(const Image& image, int delay);
+  int writePicture(const Image& image, int bits, bool own_colors);
   int copyFrames(File& from);
   int copyBlocks(File& from);
 

@@ -18,6 +18,7 @@
 #include "Lev2Info.h"
 #include "MapPlot.h"
 #include "Plot.h"
+#include "Progress.h"
 #include "PlotAttr.h"
 #include "StrLib.h"
 #include "Strings.h"
@@ -335,10 +336,12 @@ Lev2Plot::Walk Lev2Plot::walkVolume(Lev2File& file, CellPainter& painter,
   Lev2Data data;
   int last_elev = -1;
   int num_blocks = 0;
+  Progress progress("radial");
   for (; file.getBlock(data) != 0; file.nextBlock()) {
     if (data.type != 1 && data.type != 31) {
       continue;
     }
+    progress.step(num_blocks + 1);
     if (num_blocks++ == 0) {
       Zqv::outMessage(mess_file, "Lat: %.3f\n", static_cast<double>(data.lat));
       Zqv::outMessage(mess_file, "Lon: %.3f\n", static_cast<double>(data.lon));

@@ -141,27 +141,32 @@ int MdrFile::read(MdrRawData& raw) {
     return 0;
   }
   bool found = false;
+  bool goes_on = false;  // this is the rest of a line
   char line[line_size];
-  while (file.getLine(line, sizeof(line)) > 0) {
+  for (int n = 0; (n = file.getLine(line, sizeof(line))) > 0;) {
+    const bool is_rest = goes_on;
+    goes_on = line[n - 1] != '\n';
     StrLib::clean(line);
     if (StrLib::contains(line, "SDUS")) {
       readHeading(line);
     }
     if (found) {
       if (*line == '\0') {
+        if (is_rest) {
+          continue;
+        }
         break;
       }
       StrLib::append(raw.data, sizeof(raw.data), "\n");
       StrLib::append(raw.data, sizeof(raw.data), line);
       continue;
     }
-    char id[6] = "";
-    char time[5] = "";
-    if (std::sscanf(line, "%5s %4s", id, time) == 2 && std::strlen(id) > 2 &&
-        std::strlen(time) == 4 && StrLib::isNum(time, 4)) {
+    const Strings words(line);
+    if (words.getLength(0) > 2 && words.getLength(0) < 6 && words.getLength(1) == 4 &&
+        StrLib::isNum(words.getString(1), 4)) {
       found = true;
       StrLib::copy(raw.data, sizeof(raw.data), line);
-      StrLib::copy(raw.id, sizeof(raw.id), id);
+      StrLib::copy(raw.id, sizeof(raw.id), words.getString(0));
     }
   }
   raw.len = StrLib::length(raw.data);
@@ -234,6 +239,8 @@ void MdrFile::decodeRegion(Scanp& scanp, MdrRegion& reg) {
   scanp.take(" ");
   if (takeWhole(scanp, 2, "%*(/)%s ", reg.trend)) {
     Zqv::outDebug("  TREND:%s\n", reg.trend);
+  } else {
+    scanp.take("%*(/) ");  // the mark alone
   }
   decodeLocs(scanp, reg);
   decodeMoves(scanp, reg);
@@ -247,11 +254,8 @@ void MdrFile::decodeEchoes(const char* text, MdrData& data) {
   if (mark == nullptr) {
     mark = std::strchr(text, '#');
   }
-  if (mark == nullptr) {
-    return;
-  }
   Scanp scanp;
-  scanp.set(mark + 1);
+  scanp.set(mark != nullptr ? mark + 1 : "");
   scanp.take(" ");
   char row = ' ';
   char col = ' ';

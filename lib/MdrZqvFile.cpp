@@ -165,8 +165,8 @@ int MdrZqvFile::read(MdrData& data) {
   data.date = date;
   data.status = findStatus(config);
   if (data.status == MdrData::VALID) {
-    data.num_reg = isGiven(config) ? 1 : 0;
-    StrLib::copy(data.reg[0].config, sizeof(data.reg[0].config), config);
+    data.num_reg = 1;
+    StrLib::copy(data.reg[0].config, sizeof(data.reg[0].config), isGiven(config) ? config : "");
   }
   readRegion(prec, tops, move, data.reg[0]);
   return 1;

@@ -24,6 +24,7 @@
 #include "StrLib.h"
 #include "Strings.h"
 #include "Tools.h"
+#include "WorldFile.h"
 #include "Zqv.h"
 
 namespace ZQV {
@@ -243,6 +244,10 @@ int Plot::setParam(const char* params) {
       setFull(1);
     } else if (items.iequal(i, "full_lab")) {
       setFull(2);
+    } else if (items.iequal(i, "anim")) {
+      anim = true;
+    } else if (items.iequal(i, "world")) {
+      world = true;
     } else if (items.iequal(i, "inv", 3)) {
       graph.setInverse(true);
     } else if (items.equal(i, "bar", 3)) {
@@ -272,24 +277,75 @@ int Plot::clear() {
 }
 
 int Plot::update() {
-  return output != 0 ? 1 : graph.update();
+  if (output != 0) {
+    return anim ? keepFrame() : 1;
+  }
+  return graph.update();
 }
 
 int Plot::manage() {
   if (output == 0) {
     return graph.manage();
   }
-  // "gif:NAME" or a name that ends so; "gif" alone leaves the name to the program.
+  if (anim && num_kept > 1) {
+    writeKept(true);
+    return movie.close();
+  }
+  const char* type = nullptr;
+  const std::string name = outputName(type);
+  return type != nullptr ? saveImage(name.c_str(), type) : saveImage(name.c_str());
+}
+
+/** Name of the image file, and its type unless the name's end decides: "gif:NAME", or a name that
+ * ends so; "gif" alone leaves the name to the program. */
+std::string Plot::outputName(const char*& type) const {
   constexpr int name_at = 4;
   const char* text = Zqv::getResrc("output", "");
-  for (const char* type : {"gif", "png"}) {
-    if (StrLib::equal(text, type, 3)) {
-      const std::string own = std::string("output.") + type;
-      const char* name = StrLib::length(text) > name_at ? text + name_at : own.c_str();
-      return saveImage(name, StrLib::equal(type, "gif") ? "GIF" : "PNG");
+  for (const char* known : {"GIF", "PNG"}) {
+    if (StrLib::iequal(text, known, 3) && (*text == 'g' || *text == 'p')) {
+      type = known;
+      return StrLib::length(text) > name_at ? text + name_at
+                                            : std::string("output.") + std::string(text, 3);
     }
   }
-  return saveImage(text);
+  return text;
+}
+
+/** A frame of an animation is complete. It is written when the next one is, or when it turns out to
+ * be the last. */
+int Plot::keepFrame() {
+  if (num_kept > 0 && writeKept(false) == 0) {
+    return 0;
+  }
+  num_kept++;
+  return getImage(kept);
+}
+
+int Plot::writeKept(bool last) {
+  const char* type = nullptr;
+  const std::string name = outputName(type);
+  if (StrLib::equal(type, "PNG") || StrLib::equal(name.c_str(), "png", -3)) {
+    const size_t dot = name.rfind('.');
+    const size_t slash = name.rfind('/');
+    const bool has_end = dot != std::string::npos && (slash == std::string::npos || dot > slash);
+    char number[16];
+    std::snprintf(number, sizeof(number), "-%3.3d", num_kept - 1);
+    const std::string stem = has_end ? name.substr(0, dot) : name;
+    return saveImage(kept, (stem + number + (has_end ? name.substr(dot) : "")).c_str(), "PNG");
+  }
+  if (!movie.isOpen()) {
+    String path;
+    FileTool::addOutPath(Zqv::getResrc("image_path"), name.c_str(), path);
+    if (movie.open(path.get(), 1) == 0) {
+      return imageFailed(path.get());
+    }
+    constexpr int delay = 50;  // hundredths of a second, as in the window
+    constexpr int end_delay = 100;
+    movie.setLoopDelay(delay, end_delay);
+    writeWorld(path.get());
+    imageCreated(path.get(), true);
+  }
+  return movie.writeFrame(kept, last);
 }
 
 int Plot::end() {
@@ -1254,12 +1310,52 @@ int Plot::getImage(Image& image) {
   return 1;
 }
 
-int Plot::saveImage(const char* name, const char* type) {
+int Plot::imageFailed(const char* path) {
+  Zqv::outError("Plot: unable to write image file: %s\n", path);
+  return 0;
+}
+
+void Plot::imageCreated(const char* path, bool gif) {
   constexpr int level = 4;
-  Image image;
-  if (!StrLib::valid(name) || getImage(image) == 0) {
-    return 0;
+  // On standard output the message would land in the picture.
+  if (!StrLib::equal(path, "-")) {
+    Zqv::outMessage(level, gif ? "Created GIF file: %s\n" : "Created PNG file: %s\n", path);
   }
+}
+
+/** Files beside a picture that say where it lies: one map on it, and pixels to the device's unit.
+ */
+void Plot::writeWorld(const char* name) const {
+  if (!world || num_panel > 1) {
+    return;
+  }
+  constexpr float far = 1000.0F;  // pixels, for a size that isn't rounded
+  WorldFile::Place place;
+  const auto at = [this](float pixel, float& x, float& y) {
+    float nx = 0;
+    float ny = 0;
+    return graph.tranPlotView(pixel, pixel, nx, ny) != 0 && panel().getWindow(nx, ny, x, y) != 0;
+  };
+  float x0 = 0;
+  float y0 = 0;
+  float x1 = 0;
+  float y1 = 0;
+  if (!at(0.0F, x0, y0) || !at(far, x1, y1)) {
+    return;
+  }
+  place.x0 = x0;
+  place.y0 = y0;
+  place.dx = (static_cast<double>(x1) - x0) / far;
+  place.dy = (static_cast<double>(y1) - y0) / far;
+  WorldFile::write(name, panel().domain, place);
+}
+
+int Plot::saveImage(const char* name, const char* type) {
+  Image image;
+  return StrLib::valid(name) && getImage(image) != 0 ? saveImage(image, name, type) : 0;
+}
+
+int Plot::saveImage(Image& image, const char* name, const char* type) {
   if (!trans_color.empty()) {
     image.setTransColor(getColorValue(trans_color.c_str()));
   }
@@ -1268,13 +1364,10 @@ int Plot::saveImage(const char* name, const char* type) {
   FileTool::addOutPath(Zqv::getResrc("image_path"), name, path);
   ImageFile file;
   if (file.write(path.get(), gif ? ImageFile::GIF : ImageFile::PNG, image) <= 0) {
-    Zqv::outError("Plot: unable to write image file: %s\n", path.get());
-    return 0;
+    return imageFailed(path.get());
   }
-  // On standard output the message would land in the picture.
-  if (!StrLib::equal(path.get(), "-")) {
-    Zqv::outMessage(level, gif ? "Created GIF file: %s\n" : "Created PNG file: %s\n", path.get());
-  }
+  imageCreated(path.get(), gif);
+  writeWorld(path.get());
   return 1;
 }
 

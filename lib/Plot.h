@@ -9,7 +9,9 @@
 #include "ColorMap.h"
 #include "Const.h"
 #include "Date.h"
+#include "GifFile.h"
 #include "Graph.h"
+#include "Image.h"
 #include "Listener.h"
 #include "Panel.h"
 #include "PlotLabel.h"
@@ -49,7 +51,8 @@ class Plot : public Listener {
   int open(const char* params);
   int open() { return open(nullptr); }
   int close();
-  /** Comma-separated items: ti, bg, ic, cola, full, full_lab, inv, bar, lo, trans_col, tz. @return
+  /** Comma-separated items: ti, bg, ic, cola, full, full_lab, inv, bar, lo, trans_col, tz, and of
+   * image files anim (all frames, not the last alone) and world (a world file beside). @return
    * 1 */
   int setParam(const char* params);
   int setLogo(const char* text);
@@ -356,6 +359,13 @@ class Plot : public Listener {
   void prepareDevice(const Strings& items);
   void queryLocation(const char* text);
   void saveFrames(const char* type);
+  [[nodiscard]] std::string outputName(const char*& type) const;
+  int keepFrame();
+  int saveImage(Image& image, const char* name, const char* type);
+  static int imageFailed(const char* path);
+  static void imageCreated(const char* path, bool gif);
+  int writeKept(bool last);
+  void writeWorld(const char* name) const;
   [[nodiscard]] std::string imageName(const char* extension, int frame) const;
   int drawable(int color) const { return ColorMap::isColor(color) ? 1 : 0; }
 
@@ -367,6 +377,11 @@ class Plot : public Listener {
   int num_panel = 0;
   int full = 0;
   int output = 0;
+  bool anim = false;   ///< all frames of a loop go to the image file, or files
+  bool world = false;  ///< files beside a picture say where it lies
+  Image kept;          ///< the frame before, of an animation
+  int num_kept = 0;    ///< frames of an animation so far
+  GifFile movie;
   std::bitset<num_drawing> draw;
   std::string title;
   int line_color = 0;

@@ -33,6 +33,13 @@ void skipToSlash(Scanp& scanp) {
   }
 }
 
+/** To a part of the message that stands further on. */
+void skipTo(Scanp& scanp, const char* part) {
+  if (scanp.search(part) != 0) {
+    scanp.inc();
+  }
+}
+
 /** Behind the entry of a list that couldn't be read to its end. */
 void skipToComma(Scanp& scanp) {
   scanp.take("%*[^,//]");
@@ -179,6 +186,9 @@ void decodeEchoes(Scanp& scanp, RcmData& data) {
     while (scanp.getChar(0) == ',' || isBlank(scanp.getChar(0))) {
       scanp.inc(1);
     }
+  }
+  if (digits >= max_digits) {
+    skipToSlash(scanp);
   }
   Zqv::outDebug(4, "ECHO LEFT: %20.20s\n", scanp.string());
 }
@@ -365,13 +375,17 @@ int RcmFile::decode(const RcmRawData& raw, RcmData& data) {
     data.maxt_x = static_cast<float>(cell.x);
     data.maxt_y = static_cast<float>(cell.y);
     Zqv::outDebug(3, "MAX: %d %d,%d\n", data.maxt, cell.x, cell.y);
+  } else {
+    skipToSlash(scanp);
   }
   decodeStorms(scanp, data);
   skipToSlash(scanp);
   scanp.take("%*(/ENDAA) ");
 
   // Second and third part, which may be absent: winds aloft; vortices and more of the storms.
+  skipTo(scanp, "/NEXRBB");
   decodeWinds(scanp, data);
+  skipTo(scanp, "/NEXRCC");
   Zqv::outDebug(4, "PTR: %60.60s\n", scanp.string());
   scanp.take("%*(/NEXRCC) %*d %*d ");
   decodeVortices(scanp, "%*(/NTVS)%d: ", "%*(TVS)%2s%3s, ", data.tvs, RcmData::max_tvs,

@@ -121,7 +121,7 @@ void RcmZqvFile::readHead(RcmData& data) const {
   data.status = RcmData::VALID;
   // Only whole words, for the letters may be those of a site.
   const Strings words(line.c_str());
-  for (int i = 3; i < words.getNum(); i++) {
+  for (int i = 2; i < words.getNum(); i++) {
     if (words.equal(i, "PCPN")) {
       data.mode = RcmData::PRECIP;
     } else if (words.equal(i, "CLAR")) {

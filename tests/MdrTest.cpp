@@ -99,6 +99,8 @@ TEST(MdrFileTest, Regions) {
       {"LN 1R+ 9/9 A0101 C0202 L0303 MT U9 A0404 C0505 LYR 2S+ 8/8",
        "LN 1R=3 9/9 A10/1 C20/2 L30/3 MT9@-/- | LYR 2S=3 8/8"},
       {"SPRL 5RW- 10/20 MT 310 AREA", "SPRL 5RW=1 10/20"},  // a top needs a place or "U"
+      {"AREA 4TRW+/ 33/40 MT 310 AT 162/110 CELL 2R+ 1/2",  // a trend that isn't there
+       "AREA 4TRW=3 33/40 MT310@162/110 | CELL 2R=3 1/2"},
       {"AREA 1234567890R- BOX 1R-", "AREA 1234567890R=1"},
       {"AREA TRWSZLPAI+ 99999999999/5", "AREA 10TRWSZLP=3 2147483647/5"},
   };
@@ -188,6 +190,22 @@ TEST(MdrFileTest, LongReportsAreCut) {
   EXPECT_EQ(file.read(raw), 1);
   EXPECT_EQ(raw.len, 999);
   EXPECT_EQ(raw.data[raw.len], '\0');
+  // A line comes in pieces of 200 characters. A piece that is empty is no empty line.
+  for (const int length : {150, 199, 200, 201, 400}) {
+    const std::string line = "OKC 1235 AREA 4R+ ";
+    text = line + std::string(static_cast<size_t>(length) - line.size(), 'x') + "\n^ MM12\n\nXX";
+    ASSERT_EQ(file.open(dir.write("bulletin", text).c_str()), 1);
+    EXPECT_EQ(file.read(raw), 1);
+    MdrData data;
+    file.decode(raw, data);
+    EXPECT_EQ(data.echo[12][12], 1) << length;
+  }
+  // Two words, not one of nine characters, and four digits.
+  for (const char* none :
+       {"ABCDE1235 PPINE\n", "OKC 12355 PPINE\n", "OK 1235\n", "OKLAHO 1235\n"}) {
+    ASSERT_EQ(file.open(dir.write("bulletin", none).c_str()), 1);
+    EXPECT_EQ(file.read(raw), 0) << none;
+  }
 }
 
 TEST(MdrDataTest, PlacesLieAroundTheSite) {

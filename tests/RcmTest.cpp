@@ -127,6 +127,12 @@ TEST(RcmFileTest, HeadsAndAbsentParts) {
     EXPECT_EQ(row(d, 0), r.row0) << r.text;
     EXPECT_STREQ(d.getId(), "T");
   }
+  // A top without a place costs none of what follows, nor does a part that is cut.
+  const RcmData top = decode(std::string("/NEXRAA 1 2005202017 /MT000:   /NCEN01: CM0MMC 226016 ") +
+                             second_part + third_part);
+  EXPECT_EQ(top.getNumStorm(), 4);
+  EXPECT_EQ(top.getStormDir(0), 226);
+  EXPECT_EQ(top.num_vad, 3);
   // The third part alone brings its storms.
   const RcmData third = decode(std::string("/NEXRAA 1 2005202017 ") + third_part);
   EXPECT_EQ(storms(third)[0], "M0 48,50 -9999/-9999 193 1");
@@ -154,13 +160,16 @@ TEST(RcmFileTest, ListsAndDigitsHaveAnEnd) {
   EXPECT_EQ(d.getNumTvs(), 10);
   EXPECT_EQ(d.getNumMeso(), 20);
 
+  // Of 2001 digits the last has no cell, and what stands behind them is read.
   std::string digits = "/NEXRAA 1 2005202017 /NI1: ";
-  for (int i = 0; i < 30; i++)
-    digits += "A" + std::string(1, static_cast<char>('A' + i % 26)) + "A" +
-              std::string(i < 19 ? 103 : 43, '1') + ",";
-  // 19 groups of 103 and one of 43 are 2000.
-  EXPECT_EQ(row(decode(digits + "BAA5"), 4), "");
-  EXPECT_EQ(row(decode(digits.substr(0, digits.size() - 44 * 10 - 30 - 1) + ",BAA5"), 4), "");
+  for (int i = 0; i < 19; i++) {
+    digits += "A" + std::string(1, static_cast<char>('A' + i)) + "A" + std::string(103, '1') + ",";
+  }
+  digits += "BAA" + std::string(43, '2') + "3 /MT000:   /NCEN01: CM0MMC 226016, /ENDAA ";
+  const RcmData long_one = decode(digits + second_part);
+  EXPECT_EQ(row(long_one, 4), "0:" + std::string(43, '2'));
+  EXPECT_EQ(long_one.getNumStorm(), 1);
+  EXPECT_EQ(long_one.num_vad, 3);
 }
 
 /** A block of the binary framing. */
