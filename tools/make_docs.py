@@ -264,6 +264,7 @@ _scopeview() {
     words=("${COMP_WORDS[@]}") cword=$COMP_CWORD
   fi
   local key=${prev#-} head= choices= input= i
+  COMPREPLY=()
   key=${key#-}
   for ((i = 1; i < cword; i++)); do
     [[ ${words[i]} == -in || ${words[i]} == --in || ${words[i]} == -input ]] && input=${words[i + 1]}
@@ -279,7 +280,6 @@ _scopeview() {
   case $key in
 @cases@
   esac
-  COMPREPLY=()
   for i in $(compgen -W "$choices" -- "$last"); do COMPREPLY+=("$head$i"); done
   if [[ ${#COMPREPLY[@]} -eq 1 && ${COMPREPLY[0]} == *[=:] ]]; then compopt -o nospace 2>/dev/null; fi
   # What the colon splits is already there.
@@ -316,12 +316,10 @@ def bash(reference):
             lines += [f"        *) choices=\"{' '.join(fixed[kind])}\" ;;", "      esac"]
             case(names, "\n".join(lines))
         elif kind == "dir":
-            case(names, "      COMPREPLY=($(compgen -d -- \"$cur\")); return")
+            case(names, "      compopt -o dirnames 2>/dev/null; return")
         elif kind in fixed:
             case(names, f"      choices=\"{' '.join(fixed[kind])}\"")
-        elif kind == "free":
-            case(names, "      COMPREPLY=(); return")
-    case(["*"], "      COMPREPLY=($(compgen -f -- \"$cur\")); return")
+    case(["*"], "      return  # files, by the default of the shell")
     keys = [f"-{o['key']}" for o in options(reference)]
     keys += [k for own in reference["own"] for k in own["keys"]] + ["-help", "--help"]
     return BASH.replace("@keys@", " ".join(keys)).replace("@cases@", "\n".join(cases))
