@@ -38,8 +38,7 @@ draw() {
 rain=(-in nids data/sample_rain.nids)
 draw base.png "Base reflectivity" -in nids data/sample.nids
 draw storms.png "Storms, tracks, rings" "${rain[@]}" -va comp,track -pa site,dist=100:200
-draw close.png "Around a storm" "${rain[@]}" -pd ps:-98,34.5,-98,.05 -va 'cid,ctop:un=km,hsize:un=cm,cstat'
-draw table.png "The storm table" "${rain[@]}" -pa table,data -dr=-map
+draw close.png "Two storms, with the size of hail in cm" "${rain[@]}" -pd ps:-98,34.7,-97.6,.09 -va cid,hsize:un=cm,cstat -sc 1.5
 draw lambert.png "Lambert conformal" "${rain[@]}" -pd lc:40:-97:33:45,35.3,-97.3,97,73,.08,.08 \
   -mf us_states.map:white,+lalo:1:gray:st=dot
 draw satellite.png "From a satellite" "${rain[@]}" -pd sat:0:-75,32,-95,61,49,.6,.6 \
@@ -48,10 +47,12 @@ draw colours.png "Own colours" "${rain[@]}" -pa inv -bg white -com gray -cot bla
   -cof '-100:off,20:#c8e6ff,30:#6eaaff,40:#1e50ff,50:#cd0a0a' -mf us_states.map:black,us_counties.map:lgray
 draw lev2.png "Level II, first cut" -in lev2z data/lev2/KTLX20250430_2142.ar2v -pa range=230
 draw velocity.png "Velocity of the second" -in lev2z -va vel2 data/lev2/KTLX20250430_2142.ar2v -pa range=150
-draw mosaic.png "National mosaic" -in now data/mosaic.now -pa bar,full
-draw north.png "That picture, seen from the pole" -in img mosaic.png -pd ps:90:-100,90,-100,61,49,2.2,2.2
-draw world.png "The earth" -in img mosaic.png -pd mo:0:-90,0,-90,61,31,6,6 \
-  -mf -bg:navy,cont50.map:tan,country50.map:gray,lalo:30:dgray -dr map,bord
+draw mosaic.png "National mosaic" -in now data/mosaic.now -pa bar
+draw echoes.png "Its echoes alone, which know where they lie" -in now data/mosaic.now -pa full -dr plot -mf none
+draw north.png "That picture, on a map from the pole" -in img echoes.png -pd ps:90:-100,65,-100,61,49,1.6,1.6 \
+  -mf cont50.map:tan,country50.map:tan,lalo:10:dgray
+draw world.png "The same on the earth" -in img echoes.png -pd mo:0:-90,0,-90,61,31,6,6 \
+  -mf cont50.map:tan,country50.map:gray,lalo:30:dgray
 draw loop.gif "Animation" -in nids -dp data -id TLX -ty NCR -cu '#202504302150' -pa nf=6,linc=10,anim
 
 rm -f page.ps page.png

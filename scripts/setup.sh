@@ -8,7 +8,7 @@ packages=(
   zlib1g-dev libbz2-dev libpng-dev libx11-dev libxml2-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   clang clang-tidy clang-format libclang-rt-14-dev
-  ghostscript xvfb xdotool giflib-tools libgif-dev pngcheck
+  ghostscript xvfb xdotool giflib-tools libgif-dev pngcheck mandoc
 )
 
 missing=()

@@ -6,13 +6,16 @@
 Every option that PROGRAM -h prints, every parameter word, input type, device word and key in the
 sources, and every storm variable must be in docs/reference.toml and with that on a manual page; the
 reference must have none that the sources don't; and no page, README or guide may use an option that
-doesn't exist. Links between documents must lead somewhere. Prints what is wrong and ends with 1.
+doesn't exist. Links between documents must lead somewhere, completion must complete, and mandoc,
+where it is installed, must be content with the pages. Prints what is wrong and ends with 1.
 """
 
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
+import tempfile
 
 sys.dont_write_bytecode = True
 import make_docs
@@ -20,9 +23,20 @@ import make_docs
 ROOT = make_docs.ROOT
 PROSE = ("README.md", "CONTRIBUTING.md", "CHANGELOG.md", "docs/guide.md", "docs/formats.md",
          "docs/limits.md")
-# Written as options, without being in the help text: standing for "help", a resource that only
-# files set, keys that the documents give as examples of what isn't known.
-ALSO = {"help", "pa", "title"}
+# Written as options without being in the help text: long names, and one that the documents give as an
+# example of what isn't known.
+ALSO = {"help", "title", "tit"}
+# What is typed, and what bash makes of its last word.
+COMPLETIONS = (
+    (["-strict", "-i"], "-it -in -if -id -ip -ic"),
+    (["-in", "lev"], "lev2 lev2z"),
+    (["-in", "nids", "-pa", "site,cl"], "site,clutter"),
+    (["-in", "lev2z", "-pa", "rang"], "range="),
+    (["-de", "ps,out.ps,lan"], "ps,out.ps,land"),
+    (["-device", "me"], "meta"),
+    (["-va", "comp,tra"], "comp,track"),
+    (["-in", "nids", "sam"], ""),
+)
 
 
 def source(name):
@@ -123,6 +137,33 @@ def check_pages(reference, problems):
     for page, made in pages.items():
         if "{{" in made:
             problems.append(f"{page}: a table that doesn't exist")
+        check_form(page, made, problems)
+
+
+def check_completion(reference, problems):
+    with tempfile.TemporaryDirectory() as folder:
+        script = pathlib.Path(folder) / "scopeview.bash"
+        script.write_text(make_docs.bash(reference))
+        for words, expected in COMPLETIONS:
+            line = ["scopeview", *words]
+            run = subprocess.run(
+                ["bash", "-c", 'source "$1"; shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); '
+                 '_scopeview; echo "${COMPREPLY[*]}"', "bash", str(script), *line],
+                capture_output=True, text=True, check=False)
+            if run.stdout.strip() != expected or run.stderr:
+                problems.append(f"completion of {' '.join(line)}: {run.stdout}{run.stderr}")
+        if shutil.which("zsh"):
+            script.write_text(make_docs.zsh(reference))
+            run = subprocess.run(["zsh", "-n", script], capture_output=True, text=True, check=False)
+            problems += [run.stderr] if run.returncode else []
+
+
+def check_form(page, made, problems):
+    """What mandoc has to say about the macros of a page."""
+    if shutil.which("mandoc"):
+        run = subprocess.run(["mandoc", "-Tlint"], input=made, capture_output=True, text=True,
+                             check=False)
+        problems += [f"{page}: {line}" for line in run.stdout.splitlines()]
 
 
 def used_options(text):
@@ -156,6 +197,7 @@ def main():
     check_words(reference, problems)
     check_tables(reference, problems)
     check_pages(reference, problems)
+    check_completion(reference, problems)
     check_prose(known, problems)
     for problem in problems:
         print("check_docs:", problem)
