@@ -1,5 +1,7 @@
 #include "ImageFile.h"
 
+#include <cstdio>
+
 #include "File.h"
 #include "FileTool.h"
 #include "Image.h"
@@ -22,7 +24,13 @@ int ImageFile::checkFilename(const char* name) {
 }
 
 int ImageFile::checkType(const char* name) {
-  if (FileTool::isStdio(name)) return UNKNOWN;  // what is read here would be gone
+  if (FileTool::isStdio(name)) {
+    // What is read here would be gone, but for one character.
+    const int first = std::getc(stdin);
+    std::ungetc(first, stdin);
+    constexpr int png_first = 0x89;
+    return first == 'G' ? GIF : first == png_first ? PNG : first == 'Z' ? IMG : UNKNOWN;
+  }
   File in;
   char start[11] = {};
   if (in.open(name, "r") == 0 || in.read(start, sizeof(start) - 1) < 1) return UNKNOWN;

@@ -716,8 +716,12 @@ void Raster::strokeLine(int element) {
     return;
   }
   int dash = 0;
+  // The end of a closed line is its start: so that one within a single pixel leaves none, as in X.
+  const Vertex& start = vertices.front();
+  const Vertex& end = vertices.back();
+  const bool paints_end = vertices.size() == 2 || start.x != end.x || start.y != end.y;
   for (size_t i = 0; i + 1 < vertices.size(); i++) {
-    thinLine(t, p, vertices[i], vertices[i + 1], i + 2 == vertices.size(), dash);
+    thinLine(t, p, vertices[i], vertices[i + 1], paints_end && i + 2 == vertices.size(), dash);
   }
 }
 

@@ -14,7 +14,7 @@ namespace ZQV {
 
 namespace {
 
-constexpr double radius = Domain::earth_rad * 1e5;  // metres, of the sphere
+// The radius is that of the domain, in metres.
 constexpr const char* sphere =
     "GEOGCS[\"Sphere\",DATUM[\"Sphere\",SPHEROID[\"Sphere\",6371220,0]],"
     "PRIMEM[\"Greenwich\",0],UNIT[\"Degree\",0.0174532925199433]]";
