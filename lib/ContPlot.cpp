@@ -8,6 +8,7 @@
 #include "ColorFile.h"
 #include "ColorMap.h"
 #include "DateTool.h"
+#include "DomainVal.h"
 #include "Graph.h"
 #include "Grid.h"
 #include "GridMath.h"
@@ -23,6 +24,8 @@
 namespace ZQV {
 
 namespace {
+
+constexpr float date_line = 180.0F;
 
 constexpr float TWEAK_SHARE = 10000.0F;  // of the range
 constexpr float LABEL_SHARE = 0.015F;    // of the domain's height
@@ -604,7 +607,12 @@ void ContPlot::drawBoxLine(Plot& plot) const {
 
 /** A cell across the seam of the map shows on both sides of it. */
 void ContPlot::drawSegment(Plot& plot, Point p1, Point p2) const {
-  plot.drawLine(p1, p2);
+  // Wholly beyond the edge of the map: cut there, it would become a ray along it.
+  const bool beyond =
+      box.getProj() == DomainVal::LATLON && std::min(std::abs(p1.x), std::abs(p2.x)) > date_line;
+  if (!beyond || box.isSpan()) {
+    plot.drawLine(p1, p2);
+  }
   if (box.isSpan()) {
     p1.x -= box.getPeriod();
     p2.x -= box.getPeriod();

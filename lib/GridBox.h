@@ -84,6 +84,8 @@ class GridBox {
   [[nodiscard]] float getLevel() const { return level; }
   /** The cell spans the seam of the map: what lay left of it was moved right by the period. */
   [[nodiscard]] bool isSpan() const { return span != 0; }
+  /** Projection of the plane that the corners lie in. */
+  [[nodiscard]] int getProj() const { return proj; }
   /** By how much. */
   [[nodiscard]] float getPeriod() const { return period; }
   void print() const;

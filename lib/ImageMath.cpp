@@ -118,7 +118,7 @@ class PlaneRemap {
   static bool fits(const Image& source, const Domain& domain) {
     constexpr int planes[] = {Domain::PSTEREO, Domain::MERC, Domain::LAMB,
                               Domain::ORTHO,   Domain::SAT,  Domain::LAMBAZ};
-    return DomainVal::compareProj(domain, source.getDomain()) &&
+    return domain.getNx() > 0 && DomainVal::compareProj(domain, source.getDomain()) &&
            std::any_of(std::begin(planes), std::end(planes),
                        [&](int code) { return domain.isProj(code); }) &&
            source.getDepth() == INDEX_BITS && source.getBitsPixel() == INDEX_BITS &&

@@ -229,7 +229,8 @@ int ImagePlot::place(Plot& plot, const Image& source) {
   if (plot.getViewDomain(view) == 0 && view.isSet()) {
     return 0;
   }
-  if (view.isSet()) {
+  // Without a map of its own the plot has a plain plane, which an image of a map can't be put on.
+  if (view.isSet() && (view.isMap() || !source.getDomain().isMap())) {
     return source.getDomain().isSet() ? ImageMath::remap(source, view, image) : image.copy(source);
   }
   // A plot that has no domain takes the image's.

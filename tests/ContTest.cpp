@@ -435,9 +435,12 @@ TEST(GridBox, FindsCrossings) {
 }
 
 TEST(GridBox, RaisesCellsAcrossTheSeam) {
-  for (const auto& [view, period] : {std::pair("ll:0:0,0,0,361,181,1,1", 360.0F),
-                                     std::pair("merc:0:0,0,0,401,201,1,1", 400.31558F),
-                                     std::pair("ps:90:0,0,0,401,201,1,1", 0.0F)}) {
+  for (const auto& [view, period] :
+       {std::pair("ll:0:0,0,0,361,181,1,1", 360.0F),
+        std::pair("merc:0:0,0,0,401,201,1,1", 400.31558F),
+        // 2 sqrt(R^2 - y^2), y = R sin T: half of what it repeats after
+        std::pair("mo:0:0,0,0,401,201,1,1", 127.3765F),
+        std::pair("ps:90:0,0,0,401,201,1,1", 0.0F)}) {
     Domain plane;
     plane.set(view);
     // Columns at 177 E, 179 E and 179 W.
@@ -533,6 +536,9 @@ TEST_F(ContTest, ChoosesLevels) {
       {"Interval", up, "int=15", 4, 0, 45, false},
       {"EndOnALevel", up, "int=10", 6, 0, 50, false},
       {"Base", up, "ci=15,cb=5", 5, -10, 50, false},
+      // A top level that equals the highest value less the base gets one more: deliberate.
+      {"EndLessTheBase", up, "int=10,base=-5", 7, -5, 55, false},
+      {"EndOnALevelOfABase", up, "int=10,base=10", 5, 0, 40, false},
       {"FromTheColours", up, "cof=3-9", 7, 0, 42, false},  // 7 of them: (40 - 0) / 6, up to 7
       {"TooFine", up, "int=.001,cof=3-9", 7, 0, 42, true},
       {"Backward", up, "int=-15", 4, 0, 45, false},
@@ -595,6 +601,13 @@ TEST_F(ContTest, LinesTakeTheirAttributes) {
   ASSERT_EQ(lines.size(), 3U * 30U);
   EXPECT_EQ(lines[0].line_color, 2) << "-10, one level up from -20";
   EXPECT_EQ(lines[1].line_color, 3) << "0 is off";
+  // Labels over fill have a colour of their own.
+  Zqv::putResrc("color_clabel", "#000007");
+  for (const bool filled : {true, false}) {
+    cont.init();
+    contour(grid, filled ? "lcf,int=10" : "ln,int=10");
+    EXPECT_EQ(dir.read("m").find("TCLR 7\n") != std::string::npos, filled);
+  }
 }
 
 TEST_F(ContTest, GridContDrawsBetweenMaps) {
