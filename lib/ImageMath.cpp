@@ -116,8 +116,8 @@ class PlaneRemap {
   /** The two share a plane on which what lies between two places of the earth does so, too, and the
    * pixels are bytes. */
   static bool fits(const Image& source, const Domain& domain) {
-    constexpr int planes[] = {Domain::PSTEREO, Domain::MERC, Domain::LAMB,
-                              Domain::ORTHO,   Domain::SAT,  Domain::LAMBAZ};
+    constexpr int planes[] = {Domain::PSTEREO, Domain::MERC,   Domain::LAMB, Domain::ORTHO,
+                              Domain::SAT,     Domain::LAMBAZ, Domain::MOLL};
     return domain.getNx() > 0 && DomainVal::compareProj(domain, source.getDomain()) &&
            std::any_of(std::begin(planes), std::end(planes),
                        [&](int code) { return domain.isProj(code); }) &&

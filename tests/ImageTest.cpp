@@ -408,6 +408,7 @@ TEST(ImageMathTest, RemapWithinOnePlaneIsThatOverTheEarth) {
       {"lambaz:40:-97,40,-97,300,300,0.9,0.9", "lambaz:40:-97,30,-97,310,310,0.95,0.8"},
       {"ortho:40:-97,40,-97,300,300,0.5,0.5", "ortho:40:-97,40,-90,310,310,0.45,0.5"},
       {"sat:0:-96:421,30,-96,300,300,0.1,0.1", "sat:0:-96:421,30,-96,310,280,0.1,0.11"},
+      {"moll:0:-97,0,-97,300,150,0.9,0.9", "moll:0:-97,5,-90,310,140,0.85,0.95"},
   };
   enum Kind { FLAT, BLOCKS, NOISE, CLASSES, COLORS, KINDS };
   int seen = 0;
@@ -437,7 +438,7 @@ TEST(ImageMathTest, RemapWithinOnePlaneIsThatOverTheEarth) {
       seen += slow.getVal(100, 70) != 0 ? 1 : 0;
     }
   }
-  EXPECT_GT(seen, 30) << "of 55";
+  EXPECT_GT(seen, 30) << "of 60";
 }
 
 TEST(ImageMathTest, ClipsABox) {
