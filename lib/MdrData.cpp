@@ -45,6 +45,19 @@ void printRegion(const MdrRegion& reg) {
 
 }  // namespace
 
+const char* MdrPrecip::getMark() const {
+  switch (intens) {
+    case 1: return "-";
+    case 2: return "";
+    case 3: return "+";
+    case 4: return "++";
+    case 5: return "x";
+    case 6: return "xx";
+    case 9: return "u";
+    default: return nullptr;
+  }
+}
+
 const MdrPrecip* MdrData::findPrecip(int r, int i) const {
   const MdrRegion* g = find(r);
   return g != nullptr ? entry(g->prec, g->num_prec, i) : nullptr;

@@ -9,6 +9,9 @@ class EarthPoint;
 
 /** Precipitation of an echo region. */
 struct MdrPrecip {
+  /** The mark of the intensity in small letters; absent for one that isn't known. */
+  [[nodiscard]] const char* getMark() const;
+
   int cover = 0;      ///< tenths of the region
   char type[8] = "";  ///< letters: R, RW, TRW, S ...
   int intens = 0;     ///< 1 "-", 2 none, 3 "+", 4 "++", 5 "X", 6 "XX", 9 "U", 0 unknown
