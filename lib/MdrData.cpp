@@ -137,7 +137,6 @@ int MdrData::getTopsRad(int r) const {
   return find(r) != nullptr ? reg[r].tops.rad : Const::MISS;
 }
 
-/** The place in a direction and distance from the site. @return 1; 0 if any of them is missing */
 int MdrData::locate(int dir, int rad, EarthPoint& point) const {
   point.init();
   if (dir == Const::MISS || rad == Const::MISS) {

@@ -12,7 +12,6 @@
 #include "MdrFile.h"
 #include "Plot.h"
 #include "PlotAttr.h"
-#include "Point.h"
 #include "StrLib.h"
 #include "Strings.h"
 #include "Zqv.h"
@@ -29,37 +28,29 @@ constexpr double cell_miles = 11;  // nautical, the width of a cell as ramp and 
 constexpr int message_data = 7;
 constexpr int debug_data = 2;
 
-/** The place in a direction and distance from a site on the plot; unset if there is none. */
-EarthPoint offset(Plot& plot, const EarthPoint& site, const MdrLoc& loc) {
-  EarthPoint from = site;
-  EarthPoint to;
-  Point p;
-  Point q;
-  if (loc.dir == Const::MISS || loc.rad == Const::MISS || plot.tran(from, p) == 0 || !p.isSet() ||
-      plot.offsetPoint(p, static_cast<float>(loc.dir), Convert::NMtoKM(static_cast<float>(loc.rad)),
-                       q) == 0 ||
-      plot.tran(q, to) == 0) {
-    to.init();
-  }
-  return to;
-}
-
 /** The region has a point i; what has no direction is a width. */
 bool hasPoint(const MdrRegion& region, int i) {
   return i < region.num_loc && region.loc[i].dir != Const::MISS;
 }
 
-/** Where a region's items are drawn: at its first point, or in the middle of the first two. */
-EarthPoint placeOf(Plot& plot, const EarthPoint& site, const MdrRegion& region) {
-  if (!hasPoint(region, 0)) {
-    return site;
+/** Position of a point of a region, unset if it has none. */
+EarthPoint pointOf(const MdrData& report, const MdrRegion& region, int i) {
+  EarthPoint place;
+  if (hasPoint(region, i)) {
+    report.locate(region.loc[i].dir, region.loc[i].rad, place);
   }
-  EarthPoint place = offset(plot, site, region.loc[0]);
-  if (hasPoint(region, 1)) {
-    const EarthPoint other = offset(plot, site, region.loc[1]);
-    if (place.isSet() && other.isSet()) {
-      place.set((place.lat + other.lat) / 2, (place.lon + other.lon) / 2);
-    }
+  return place;
+}
+
+/** Where a region's items are drawn: at its first point, or in the middle of the first two. */
+EarthPoint placeOf(const MdrData& report, const MdrRegion& region) {
+  if (!hasPoint(region, 0)) {
+    return {report.lat, report.lon};
+  }
+  EarthPoint place = pointOf(report, region, 0);
+  const EarthPoint other = pointOf(report, region, 1);
+  if (place.isSet() && other.isSet()) {
+    place.set((place.lat + other.lat) / 2, (place.lon + other.lon) / 2);
   }
   return place;
 }
@@ -304,13 +295,15 @@ void MdrPlot::drawVars(Plot& plot, const MdrData& report) {
       if (text != nullptr) {
         datum.setData(text);
       }
-      dplot.draw(plot, datum);
+      if (StrLib::valid(datum.getData())) {
+        dplot.draw(plot, datum);
+      }
     } else if (is("etop") || is("echotop")) {
       drawTops(plot, report, datum);
     } else if (is("pr_typ") || is("pr_tnd")) {
       for (int r = 0; r < num_reg; r++) {
         startItem(datum, Datum::TEXT, format);
-        datum.set(placeOf(plot, site, report.reg[r]));
+        datum.set(placeOf(report, report.reg[r]));
         if (is("pr_tnd")) {
           datum.setData(report.reg[r].trend);
         } else {
@@ -326,14 +319,14 @@ void MdrPlot::drawVars(Plot& plot, const MdrData& report) {
       i = num_reg;
     } else if (is("pr_amv") || is("pr_cmv")) {
       for (int r = 0; r < num_reg; r++) {
-        datum.set(placeOf(plot, site, report.reg[r]));
+        datum.set(placeOf(report, report.reg[r]));
         if (drawMove(plot, report.reg[r], is("pr_amv") ? 'A' : 'C', format, datum)) {
           datum.print();
         }
       }
     } else if (is("area")) {
       for (int r = 0; r < num_reg; r++) {
-        drawArea(plot, site, report.reg[r]);
+        drawArea(plot, report, report.reg[r]);
       }
     } else if (is("comp")) {
       startItem(datum, Datum::DATA, format);
@@ -345,7 +338,7 @@ void MdrPlot::drawVars(Plot& plot, const MdrData& report) {
       }
       drawTops(plot, report, datum);
       for (int r = 0; r < num_reg; r++) {
-        datum.set(placeOf(plot, site, report.reg[r]));
+        datum.set(placeOf(report, report.reg[r]));
         drawRegion(plot, report.reg[r], datum, format);
       }
     }
@@ -390,19 +383,19 @@ bool MdrPlot::drawMove(Plot& plot, const MdrRegion& region, char move, const cha
 }
 
 /** A line between the first two points of a region, or a circle around the only one. */
-void MdrPlot::drawArea(Plot& plot, const EarthPoint& site, const MdrRegion& region) {
-  if (!hasPoint(region, 0)) {
+void MdrPlot::drawArea(Plot& plot, const MdrData& report, const MdrRegion& region) {
+  const EarthPoint first = pointOf(report, region, 0);
+  if (!first.isSet()) {
     return;
   }
-  const EarthPoint first = offset(plot, site, region.loc[0]);
   plot.setLine();
   plot.setLine(dataAttr());
   if (hasPoint(region, 1)) {
-    const EarthPoint second = offset(plot, site, region.loc[1]);
-    if (first.isSet() && second.isSet()) {
+    const EarthPoint second = pointOf(report, region, 1);
+    if (second.isSet()) {
       plot.drawLine(first, second);
     }
-  } else if (first.isSet() && region.num_loc > 1 && region.loc[1].rad != Const::MISS) {
+  } else if (region.num_loc > 1 && region.loc[1].rad != Const::MISS) {
     plot.drawCircle(first, Convert::NMtoKM(static_cast<float>(region.loc[1].rad)));
   }
 }

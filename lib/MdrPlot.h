@@ -51,7 +51,7 @@ class MdrPlot : public ReportPlot {
 
  private:
   void drawVars(Plot& plot, const MdrData& report);
-  void drawArea(Plot& plot, const EarthPoint& site, const MdrRegion& region);
+  void drawArea(Plot& plot, const MdrData& report, const MdrRegion& region);
   void drawTops(Plot& plot, const MdrData& report, Datum& datum);
   void drawRegion(Plot& plot, const MdrRegion& region, Datum& datum, const char* format);
   bool drawMove(Plot& plot, const MdrRegion& region, char move, const char* format, Datum& datum);

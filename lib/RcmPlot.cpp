@@ -331,7 +331,9 @@ void RcmPlot::drawVar(Plot& plot, const RcmData& message, int i) {
   const char* name = vars.getName(i);
   const auto is = [name](const char* other) { return StrLib::equal(name, other); };
   const auto draw_word = [&](const char* word) {
-    dplot.draw(plot, EarthPoint(message.lat, message.lon), Datum::DATA, word, vars.getFormat(i));
+    if (StrLib::valid(word)) {
+      dplot.draw(plot, EarthPoint(message.lat, message.lon), Datum::DATA, word, vars.getFormat(i));
+    }
   };
   if (is("city")) {
     draw_word(message.getId());
@@ -340,7 +342,7 @@ void RcmPlot::drawVar(Plot& plot, const RcmData& message, int i) {
   } else if (is("mode")) {
     draw_word(message.getMode() == RcmData::PRECIP      ? "P"
               : message.getMode() == RcmData::CLEAR_AIR ? "C"
-                                                        : "");
+                                                        : nullptr);
   } else if (is("etop") || is("echotop")) {
     if (message.getMaxTop() >= min_hgt) {
       dplot.draw(plot, findPlace(message, message.getMaxTopX(), message.getMaxTopY()), Datum::VALUE,
