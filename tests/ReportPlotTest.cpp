@@ -13,12 +13,8 @@
 
 #include "Image.h"
 #include "ImageFile.h"
-#include "MdrPlot.h"
 #include "RGB.h"
-#include "RcmPlot.h"
 #include "Road.h"
-#include "ScopeView.h"
-#include "ScratchDir.h"
 
 namespace ZQV {
 namespace {
@@ -314,6 +310,242 @@ TEST_F(ReportPlotTest, MdrItemsOfASite) {
   EXPECT_THAT(words(), ElementsAre("310", "TRW+", "NC", "R-", "", "R", "NEW"));
   draw(args + "-id BMX -va stat,comp");
   EXPECT_THAT(words(), ElementsAre("NE", "NE"));
+}
+
+/** A cell of the RCM box as three letters. */
+std::string cellCode(int x, int y) {
+  return {static_cast<char>('A' + y / 4), static_cast<char>('A' + x / 4),
+          static_cast<char>('A' + x % 4 * 4 + y % 4)};
+}
+
+const std::vector<Block> rcm_blocks = {{54, 48, 1}, {54, 52, 2}, {50, 51, 3}, {40, 48, 3},
+                                       {65, 48, 1}, {48, 30, 6}, {80, 80, 5}};
+
+std::string rcmMessage(const std::string& mode) {
+  std::string s =
+      "RCMTLX\n1234 ROBUU 0001 /NEXRAA 0001 2005202017 UNEDITED /MD" + mode + " /SC21 /NI0063: ";
+  for (const Block& b : rcm_blocks) {
+    for (int y = b.y - 1; y <= b.y + 1; y++) {
+      s += cellCode(b.x - 1, y) + std::string(3, static_cast<char>('0' + b.level)) + ",";
+    }
+  }
+  return s + " /MT620:" + cellCode(41, 60) +
+         "  /NCEN03: CM0MMC 226016,CD0OLL NEW,CY1QKG 249019 /ENDAA /NEXRCC 0001 2005202017 "
+         "/NTVS02: TVS01" +
+         cellCode(47, 52) + ",TVS02" + cellCode(47, 53) + " /NMES01: M13" + cellCode(60, 60) +
+         " /NCEN04: CM0MMC S193HP,CD0OLL S386HH,CQ0LMH S254HN,CY1QKG S457HU \n";
+}
+
+TEST_F(ReportPlotTest, RcmBoxOfASite) {
+  const Page page(rcm_grid, rcm_grid.site.x + 1.5, rcm_grid.site.y + 1.5, 100);
+  dir.write("p", rcmMessage("PCPN"));
+  dir.write("c", rcmMessage("CLAR"));
+  const auto colors = [&](const std::string& file, const std::string& params) {
+    return blocks("-in rcmsite " + file, page, params, rcm_blocks, 49.5, 49.5);
+  };
+  EXPECT_THAT(colors("p", ""),
+              ElementsAre("blue", "cyan", "green", "green", "blue", "magenta", "red"));
+  // Down to 20 dBZ at 150 km: the first block is 55 to 87 km away, the second 49 to 77, the third 2
+  // to 28, the fourth 96 to 126, all others more than 150.
+  EXPECT_THAT(colors("p", "ramp"),
+              ElementsAre("-", "cyan", "green", "green", "blue", "magenta", "red"));
+  EXPECT_THAT(colors("c", "ramp"), ElementsAre("-", "-", "-", "green", "blue", "magenta", "red"));
+  EXPECT_THAT(colors("p", "ramp=45"),
+              ElementsAre("blue", "cyan", "green", "green", "blue", "magenta", "red"));
+  EXPECT_THAT(colors("p", "ramp=20:1:45:150"),
+              ElementsAre("-", "-", "-", "green", "blue", "magenta", "red"));
+  EXPECT_THAT(colors("c", "ramp=45"),
+              ElementsAre("-", "-", "-", "green", "blue", "magenta", "red"));
+  EXPECT_THAT(colors("p", "clutter=90"),
+              ElementsAre("-", "-", "-", "green", "blue", "magenta", "red"));
+  EXPECT_THAT(colors("p", "Clutter=30"),
+              ElementsAre("blue", "cyan", "-", "green", "blue", "magenta", "red"));
+}
+
+TEST_F(ReportPlotTest, RcmItemsOfASite) {
+  dir.write("b", rcmMessage("PCPN"));
+  dir.write("c", rcmMessage("CLAR"));
+  const Page page(rcm_grid, rcm_grid.site.x, rcm_grid.site.y, 60);
+  const auto at = [&](int x, int y) {
+    return page.at(rcm_grid.plane(rcm_grid.site.x + x - 48, rcm_grid.site.y + y - 48));
+  };
+  const auto items = [&](const std::string& vars, const std::string& params = "") {
+    draw("-in rcmsite b -va " + vars + page.args(params));
+    return words();
+  };
+  EXPECT_THAT(items("city,stat,mode"), ElementsAre("TLX", "P"));
+  expectText("TLX", page.ofEarth(tlx_lat, tlx_lon));
+  EXPECT_THAT(items("etop,echotop:un=km"), ElementsAre("620", "19"));
+  expectText("620", at(41, 60));
+  EXPECT_THAT(items("etop,ctop", "min_hgt=620"), ElementsAre("620"));
+  EXPECT_THAT(items("etop", "min_hgt=621"), IsEmpty());
+  EXPECT_THAT(items("cid"), ElementsAre("M0", "D0", "Y1", "Q0"));
+  EXPECT_THAT(items("cid", "min_hgt=300"), ElementsAre("D0", "Y1"));
+  EXPECT_THAT(items("cid", "num_plt=2"), ElementsAre("M0", "D0"));
+  EXPECT_THAT(items("ctop:un=kft", "num_plt=3"), ElementsAre("19", "39", "46"));
+  expectText("46", at(41, 66));
+  EXPECT_THAT(items("cdir,cspd:un=km/h"), ElementsAre("226", "249", "30", "35"));
+  EXPECT_THAT(items("CID,nothing"), IsEmpty());
+
+  // Symbols: triangles of two colours for hail, crosses without.
+  for (const char* var : {"cstat", "hail", "storm"}) {
+    const std::vector<Record> drawn = draw(std::string("-in rcmsite b -va ") + var + page.args());
+    EXPECT_EQ(marks(drawn, "green", at(48, 50)), 1) << var;
+    EXPECT_EQ(marks(drawn, "lgreen", at(46, 59)), 1) << var;
+    const auto crosses = std::count_if(drawn.begin(), drawn.end(), [&](const Record& r) {
+      return r.kind == 'L' && r.points.size() == 2 &&
+             std::hypot((r.points[0].x + r.points[1].x) / 2 - at(49, 47).x,
+                        (r.points[0].y + r.points[1].y) / 2 - at(49, 47).y) < 1e-4;
+    });
+    EXPECT_EQ(crosses, var[0] == 'h' ? 0 : 2) << var;
+  }
+  EXPECT_THAT(words(), ElementsAre("M0", "193", "D0", "386", "Y1", "457", "Q0", "254"));
+  expectText("M0", {at(48, 50).x - 0.012, at(48, 50).y + 0.02});
+  expectText("193", {at(48, 50).x + 0.012, at(48, 50).y + 0.02});
+  const std::vector<Record> barbs = draw("-in rcmsite b -va cmvmt" + page.args());
+  EXPECT_EQ(strokes(barbs, at(48, 50)) + strokes(barbs, at(41, 66)), 2);
+  EXPECT_EQ(strokes(barbs, at(46, 59)) + strokes(barbs, at(49, 47)), 0) << "new, or not told";
+
+  // Three cells from the nearest storm, and four from the nearest ones.
+  const std::vector<Record> vortices = draw("-in rcmsite b -va tvs,meso" + page.args());
+  EXPECT_EQ(marks(vortices, "red", at(47, 52)) + marks(vortices, "red", at(47, 53)), 2);
+  EXPECT_EQ(marks(vortices, "yellow", at(60, 60)), 1);
+  const std::vector<Record> filtered =
+      draw("-me debug2 -in rcmsite b -va tvs,meso" + page.args("filter"));
+  EXPECT_THAT(run.out, HasSubstr("RcmPlot: TVS filtered: 47 53\nRcmPlot: Meso filtered: 60 60\n"));
+  EXPECT_EQ(marks(filtered, "red", at(47, 52)), 1);
+  EXPECT_EQ(marks(filtered, "red", at(47, 53)), 0);
+  EXPECT_EQ(marks(filtered, "yellow", at(60, 60)), 0);
+
+  // A site without precipitation has nothing but its image then, not even labels.
+  draw("-in rcmsite c -va city,mode -cot white:fo=#dev" + page.args());
+  EXPECT_THAT(words(), testing::IsSupersetOf({"C", "TLX", "Station", "Radar mode"}));
+  draw("-in rcmsite c -va city,mode -cot white:fo=#dev" + page.args("noclar"));
+  EXPECT_THAT(words(), ElementsAre("Site: TLX RCM reflectvity [dBZ]", "2017Z 20 MAY 20"));
+}
+
+TEST_F(ReportPlotTest, OwnDomainIsAroundTheSite) {
+  dir.write("b", rcmMessage("PCPN"));
+  dir.write("m", mdr_report);
+  for (const char* args : {"-in rcmsite b", "-in rcmsite - < b", "-in mdrsite m",
+                           "-in mdrsite - < m", "-in rcmsite -id tlx b"}) {
+    draw(std::string("-mf none -va city ") + args);
+    expectText("TLX", {0.5, 0.5});
+  }
+  // 90 points of 11.9 km around 40 N 90 W, in a page of 0.92 by 3:2.
+  draw("-in mdrsite -id XXX m -mf none -va city");
+  EXPECT_THAT(words(), IsEmpty());
+  EXPECT_THAT(runScopeview(dir, "-in mdrsite -id XXX m -de meta,a.meta -me out8").out,
+              testing::Not(HasSubstr("Warning")));
+}
+
+/** A line for each row of blocks on the national grid. */
+std::string rcmMosaic(const std::vector<Block>& list) {
+  std::string s = "ZQVRAD\n2015Z 20 MAY 20\nRCM SUMMARY\n";
+  for (const Block& b : list) {
+    for (int y = b.y - 1; y <= b.y + 1; y++) {
+      s += "+" + std::to_string(y) + "\n" + std::string(static_cast<size_t>(b.x - 1), ' ') +
+           std::string(3, static_cast<char>('0' + b.level)) + "\n";
+    }
+  }
+  return s;
+}
+
+TEST_F(ReportPlotTest, WithoutOptionsTheNewestRcmMosaicIsDrawn) {
+  const std::vector<Block> list = {{230, 200, 2}, {240, 210, 5}, {220, 230, 7}};
+  const std::string text =
+      rcmMosaic(list) +
+      "** TLX 001 PCPN\nZ 300 36 -98\nS A1 35.5 -97 90 20 200 2\nT 01 35.6 -97\n"
+      "M 02 35.5 -98\n** ZZZ 999 NE\n** BMX 002 NE\n** FDR 003 CLAR\n";
+  dir.write("tree/rcm/202005202000.rcm", text);
+  dir.write("tree/rcm/202005201930.rcm", text);
+  const std::string tree = "-cp '" + dir.at("tree") + "' ";
+  const Page page(rcm_grid, 231, 215, 80);
+  const std::string now = "zqvcurtime='#202005202055'";
+  const std::vector<Record> drawn = draw(
+      tree + "-va stat,mode,storm,etop,tvs,meso -cot white:fo=#dev" + page.args("filter"), now);
+  EXPECT_THAT(run.out, HasSubstr("Plotting for: 20:15Z 20 MAY 2020\n"));
+  EXPECT_THAT(run.out, HasSubstr("opening RCM file: " + dir.at("tree/rcm/202005202000.rcm")));
+  EXPECT_THAT(words(), testing::IsSupersetOf({"P", "NE", "C", "A1", "200", "300",
+                                              "RCM Reflectivity mosaic [dBZ]", "2015Z 20 MAY 20",
+                                              "Radar status", "Echo top [100ft]"}));
+  EXPECT_EQ(std::count_if(texts.begin(), texts.end(), [](const Text& t) { return t.text == "NE"; }),
+            1)
+      << "nobody knows where the other station is";
+  expectText("P", page.ofEarth(tlx_lat, tlx_lon));
+  expectText("300", page.ofEarth(36, -98));
+  EXPECT_EQ(marks(drawn, "lgreen", page.ofEarth(35.5, -97)), 1);
+  // A tenth of a degree is one cell, and a degree of longitude more than four.
+  EXPECT_EQ(marks(drawn, "red", page.ofEarth(35.6, -97)), 1);
+  EXPECT_EQ(marks(drawn, "yellow", page.ofEarth(35.5, -98)), 0);
+  EXPECT_EQ(strokes(drawn, page.ofEarth(35.5, -97)), 1) << "its movement";
+  draw(tree + "-va mode" + page.args("noclar"), now);
+  EXPECT_THAT(words(), ElementsAre("P"));
+  EXPECT_THAT(blocks(tree + "-cu '#202005201930'", page, "", list, 231, 215),
+              ElementsAre("cyan", "red", "magenta"));
+  // A loop: labels of the variables in every frame.
+  draw(tree + "-va mode -cot white:fo=#dev" + page.args("nf=2,linc=30"), now);
+  EXPECT_THAT(run.out, HasSubstr("Plotting for: 19:45Z 20 MAY 2020\n"));
+  EXPECT_EQ(std::count_if(texts.begin(), texts.end(),
+                          [](const Text& t) { return t.text == "Radar mode"; }),
+            2);
+  // The same as a field, in contours.
+  EXPECT_THAT(blocks("-in rcmg tree/rcm/202005202000.rcm", page, "", {list[1]}, 231, 215),
+              ElementsAre("red"));
+  draw("-in rcmg tree/rcm/202005202000.rcm -va mode" + page.args());
+  EXPECT_THAT(words(), ElementsAre("P", "C"));
+}
+
+TEST_F(ReportPlotTest, MdrMosaicAndItsStations) {
+  std::string text = "ZQVRAD\n1235Z 20 APR 20\nSDUS SUMMARY\n+ 50 050\n";
+  for (int y = 49; y < 52; y++) text += "444   222\n";
+  text +=
+      "SDXX STATIONS\nBMX NE * * * * * *\nZZZ OM * * * * * *\n"
+      "TLX AREA TRWxx NC 310,090060 A2405 * *\n";
+  dir.write("tree/mdr/2020042012.mdr", text);
+  const std::string tree = "-in mdr -cp '" + dir.at("tree") + "' ";
+  const std::string now = "zqvcurtime='#202004201300'";
+  const Page page(mdr_grid, 55, 55, 20);
+  draw(tree + "-va stat,etop,pr_typ -cot white:fo=#dev" + page.args(), now);
+  EXPECT_THAT(words(),
+              testing::IsSupersetOf({"NE", "310", "TRWxx", "MDR Reflectivity mosaic [dBZ]",
+                                     "1235Z 20 APR 20", "Radar status", "Echo top [100ft]"}));
+  expectText("310", page.at(planeOf(offsetOf(90, 60).y, offsetOf(90, 60).x)));
+  expectText("TRWxx", page.ofEarth(tlx_lat, tlx_lon));
+  // The rows on page 50 begin at column 49, both from 0.
+  const std::vector<Block> list = {{50, 50, 4}, {56, 50, 2}};
+  const std::string file = "tree/mdr/2020042012.mdr";
+  EXPECT_THAT(blocks("-in mdr " + file, page, "", list, 55, 55), ElementsAre("yellow", "cyan"));
+  draw("-in mdr " + file + page.args("echo"));
+  EXPECT_EQ(texts.size(), 113U * 89U);
+  expectText("4", page.at(mdr_grid.plane(50, 50)));
+  // The field lies one column to the left and has no stations.
+  EXPECT_THAT(blocks("-in mdr " + file, page, "in=mosg", {{49, 50, 4}}, 55, 55),
+              ElementsAre("yellow"));
+  draw("-in mdr " + file + " -va stat" + page.args("in=mosg"));
+  EXPECT_THAT(words(), testing::Not(testing::Contains("NE")));
+}
+
+TEST_F(ReportPlotTest, FilesThatCannotBeDrawn) {
+  const struct {
+    const char* args;
+    const char* warning;
+  } rows[] = {{"-in rcm absent", "RcmPlot: Unable to open RCM file: absent\n"},
+              {"-in rcmg absent", "RcmPlot: Unable to open RCM file: absent\n"},
+              {"-in rcmsite absent", "RcmPlot: Unable to open RCM site file: absent\n"},
+              {"-in mdr absent", "MdrPlot: Unable to open MDR file: absent\n"},
+              {"-in mdrsite absent", "MdrPlot: Unable to open MDR site file: absent\n"},
+              {"-in mdrsite -id XXX m", ""},
+              {"-in rcmsite m", ""}};
+  dir.write("m", mdr_report);
+  for (const auto& row : rows) {
+    run = runScopeview(dir, std::string("-de meta,a.meta -mf none ") + row.args);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, row.warning) << row.args;
+    EXPECT_EQ(runScopeview(dir, std::string("-strict -de meta,a.meta -mf none ") + row.args).status,
+              *row.warning != '\0' ? 6 : 10)
+        << row.args;
+  }
 }
 
 }  // namespace
