@@ -38,12 +38,6 @@ constexpr const char* reflectivity_fill =
     "-50:off,5:blue,10:lblue,15:cyan,20:lcyan,25:green,30:lgreen,35:brown,40:yellow,45:red,"
     "50:lred,55:magenta,60:lmagenta,65:dgray,70:lgray,75:white";
 
-/** Number behind the first letters of an item; fallback without one. */
-int numberAt(const Strings& items, int i, int at, int fallback) {
-  const char* text = items.getString(i, at);
-  return text == nullptr ? fallback : StrLib::toInt(text);
-}
-
 }  // namespace
 
 /** A volume whose header was read. Streams and pipes, which can't go back, stay so from getDomain

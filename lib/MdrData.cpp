@@ -45,6 +45,19 @@ void printRegion(const MdrRegion& reg) {
 
 }  // namespace
 
+const char* MdrPrecip::getMark() const {
+  switch (intens) {
+    case 1: return "-";
+    case 2: return "";
+    case 3: return "+";
+    case 4: return "++";
+    case 5: return "x";
+    case 6: return "xx";
+    case 9: return "u";
+    default: return nullptr;
+  }
+}
+
 const MdrPrecip* MdrData::findPrecip(int r, int i) const {
   const MdrRegion* g = find(r);
   return g != nullptr ? entry(g->prec, g->num_prec, i) : nullptr;
@@ -124,7 +137,6 @@ int MdrData::getTopsRad(int r) const {
   return find(r) != nullptr ? reg[r].tops.rad : Const::MISS;
 }
 
-/** The place in a direction and distance from the site. @return 1; 0 if any of them is missing */
 int MdrData::locate(int dir, int rad, EarthPoint& point) const {
   point.init();
   if (dir == Const::MISS || rad == Const::MISS) {

@@ -9,6 +9,9 @@ class EarthPoint;
 
 /** Precipitation of an echo region. */
 struct MdrPrecip {
+  /** The mark of the intensity in small letters; absent for one that isn't known. */
+  [[nodiscard]] const char* getMark() const;
+
   int cover = 0;      ///< tenths of the region
   char type[8] = "";  ///< letters: R, RW, TRW, S ...
   int intens = 0;     ///< 1 "-", 2 none, 3 "+", 4 "++", 5 "X", 6 "XX", 9 "U", 0 unknown
@@ -90,6 +93,9 @@ class MdrData {
   [[nodiscard]] int getTopsDir(int r) const;
   [[nodiscard]] int getTopsRad(int r) const;
 
+  /** The place in a direction and distance (nautical miles) from the site. @return 1; 0 with the
+   * point unset if any of them is missing */
+  int locate(int dir, int rad, EarthPoint& point) const;
   /** Mean position of the corners of a region. @return 1; 0 with the point unset for a region that
    * isn't there or has none, and if the site's position isn't known */
   int getRegLoc(int r, EarthPoint& point) const;
@@ -119,7 +125,6 @@ class MdrData {
   [[nodiscard]] const MdrPrecip* findPrecip(int r, int i) const;
   [[nodiscard]] const MdrLoc* findLoc(int r, int i) const;
   [[nodiscard]] const MdrMove* findMove(int r, int i) const;
-  int locate(int dir, int rad, EarthPoint& point) const;
 };
 
 }  // namespace ZQV

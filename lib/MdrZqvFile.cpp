@@ -36,20 +36,6 @@ constexpr MosaicPanel panels[] = {
     {"+ 01 001\n", 0, 41, 0, 39, "+ 44 001\n"},   {"+ 43 001\n", 42, 87, 0, 39, "+ 90 001\n"},
 };
 
-/** The mark of an intensity in a summary, absent for none that is known. */
-const char* intensityMark(int intens) {
-  switch (intens) {
-    case 1: return "-";
-    case 2: return "";
-    case 3: return "+";
-    case 4: return "++";
-    case 5: return "x";
-    case 6: return "xx";
-    case 9: return "u";
-    default: return nullptr;
-  }
-}
-
 const char* orStar(const char* text) {
   return StrLib::valid(text, "*");
 }
@@ -206,7 +192,7 @@ int MdrZqvFile::write(const MdrData& data) {
   const MdrRegion& reg = data.reg[0];
   const char* word = statusWord(data.status);
   const MdrPrecip& prec = reg.prec[0];
-  const char* mark = reg.num_prec > 0 ? intensityMark(prec.intens) : nullptr;
+  const char* mark = reg.num_prec > 0 ? prec.getMark() : nullptr;
   file.printf("%s %s %s%s %s", data.id, word != nullptr ? word : orStar(reg.config),
               mark != nullptr ? prec.type : "*", mark != nullptr ? mark : "", orStar(reg.trend));
   const MdrTops& tops = reg.tops;

@@ -34,7 +34,6 @@ namespace ZQV {
 
 namespace {
 
-constexpr const char* site_file = "rad.cty";
 constexpr const char* variable_file = "nidsplot.var";
 constexpr float text_size = 8.0F;
 constexpr float barb_size = 20.0F;
@@ -211,7 +210,6 @@ int NidsPlot::getInfo(NidsInfo& out) const {
 
 int NidsPlot::setParam(const char* text) {
   constexpr int default_clutter = 25;
-  constexpr int default_ramp = 200;
   constexpr int value = 3;
   const Strings items(text, ',');
   for (int i = 0; i < items.getNum(); i++) {
@@ -255,15 +253,11 @@ int NidsPlot::setParam(const char* text) {
     } else if (items.iequal(i, "table")) {
       plt_table = 1;
     } else if (items.iequal(i, "clutter", 7)) {
-      const char* radius = items.getString(i, 8);
-      clutter_rad = radius == nullptr ? default_clutter : StrLib::toInt(radius);
+      clutter_rad = numberAt(items, i, 8, default_clutter);
     } else if (items.iequal(i, "noclutter")) {
       clutter_rad = 0;
     } else if (items.iequal(i, "ramp", 4)) {
-      items.scanf(i, 5, "%d:%d", &ramp_cut, &ramp_len);
-      if (ramp_len < 1) {
-        ramp_len = default_ramp;
-      }
+      takeRamp(items, i, ramp_cut, ramp_len);
     }
   }
   return 1;
@@ -300,17 +294,10 @@ int NidsPlot::getDomain(Domain& domain) {
   if (id.empty()) {
     return 0;
   }
-  DomainVal val;
-  val.proj = DomainVal::PSTEREO;
-  val.nx = 90;
-  val.ny = 60;
-  val.dx = val.dy = 0.11899F;
+  constexpr float spacing = 0.11899F;
   EarthPoint site;
-  if (CityTool::locate(site_file, id.c_str(), site) != 0) {
-    val.clat = val.plat = site.lat;
-    val.clon = val.plon = site.lon;
-  }
-  domain.set(val);
+  CityTool::locate(site_file, id.c_str(), site);
+  domain.set(siteView(site, spacing));
   return 1;
 }
 
@@ -721,32 +708,21 @@ void NidsPlot::addLabels(Plot& plot) {
 }
 
 int NidsPlot::drawData(Plot& plot) {
-  EarthPoint site(info.lat, info.lon);
+  const EarthPoint site(info.lat, info.lon);
   const PlotAttr data_attr = dataAttr(plot);
   plot.setLine(data_attr);
   if (plt_site != 0) {
-    constexpr int plus = 2;
-    constexpr float share = 0.03F;
-    const float size = share * plot.getVert();
-    plot.setMarkType(plus);
-    plot.setMarkSize(size);
-    plot.setMark(data_attr, size);
+    setSiteMark(plot, data_attr);
     plot.drawMark(site);
   }
-  if (plt_dist[0] != 0.0F) {
-    for (int i = 0; i < num_rings; i++) {
-      if (plt_dist[static_cast<size_t>(i)] != 0.0F) {
-        plot.drawCircle(site, plt_dist[static_cast<size_t>(i)]);
-      }
-    }
-  }
+  drawRings(plot, site, plt_dist.data());
   const bool wanted = draw_data;
   draw_data = draw_data && plot.isDrawing(1);
   dplot.emplace();
   drawPages(plot, data_attr);
   draw_data = wanted;
   plot.setTextCharWidth(0.0F);
-  addVarLabels(plot);
+  addVarLabels(plot, vars, info.date, getUnits);
   return 1;
 }
 
@@ -1004,25 +980,6 @@ void NidsPlot::drawTrack(Plot& plot, const StormAttr& storm, const EarthPoint& p
   const Wind wind(plot.adjustDir(storm.getDir(), p),
                   Convert::KTtoKMH(storm.getSpd()) * factor * hours / km);
   WindPlot::drawTrack(plot, p, wind, share * plot.getVert(), 1.0F, steps, 0);
-}
-
-/** A label for each variable that has one. */
-void NidsPlot::addVarLabels(Plot& plot) {
-  for (int i = 0; i < vars.getNum(); i++) {
-    if (vars.getLayer(i) != 0) {
-      continue;
-    }
-    VarSpec spec = vars.getSpec(i);
-    if (!StrLib::valid(spec.getUnits())) {
-      spec.setUnits(getUnits(vars.getName(i)));
-    }
-    String label;
-    spec.toInfoLabel(label);
-    plot.addLabel("ul", label.get());
-    spec.toDateLabel(info.date, tz, "", label);
-    plot.addLabel("ur", label.get());
-    plot.done();
-  }
 }
 
 }  // namespace ZQV

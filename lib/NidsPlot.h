@@ -82,7 +82,6 @@ class NidsPlot : public RadarPlot {
   void drawComposite(Plot& plot, const StormAttr& storm, const EarthPoint& place);
   void drawStatus(Plot& plot, const StormAttr& storm, const EarthPoint& place);
   void drawTrack(Plot& plot, const StormAttr& storm, const EarthPoint& place);
-  void addVarLabels(Plot& plot);
   void chooseFill(ColorMap& map, ColorFill& fill) const;
   int walkPackets(Painter& painter);
   void drawRadials(Painter& painter);

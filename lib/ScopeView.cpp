@@ -107,12 +107,28 @@ int ScopeView::setInput(const char* name) {
   if (wanted != NONE) {
     type = wanted;
   }
-  if (wanted == NIDS) {
-    nids.setNameConv("nids");
-  } else if (wanted == LEV2) {
-    lev2.setNameConv("lev2");  // of compressed volumes too
+  switch (wanted) {
+    case MDR:
+    case MDR_SITE: mdr.setInput(name); break;
+    case RCM: rcm.setInput(StrLib::equal(name, "rcmg") ? "mosg" : "mos"); break;
+    case RCM_SITE: rcm.setInput("site"); break;
+    case NIDS: nids.setNameConv("nids"); break;
+    case LEV2: lev2.setNameConv("lev2"); break;  // of compressed volumes too
+    default: break;
   }
   return 1;
+}
+
+RadarPlot* ScopeView::radar() {
+  switch (type) {
+    case MDR:
+    case MDR_SITE: return &mdr;
+    case RCM:
+    case RCM_SITE: return &rcm;
+    case NIDS: return &nids;
+    case LEV2: return &lev2;
+    default: return nullptr;
+  }
 }
 
 int ScopeView::setNameConv(const char* conv) {
@@ -123,19 +139,15 @@ int ScopeView::setNameConv(const char* conv) {
   if (Zqv::getResrc("num_hour") != nullptr) {
     filename.setNumFiles(Zqv::getResrc("num_hour"));
   }
-  if (type == NIDS) {
-    nids.setNameConv(conv);
-  } else if (type == LEV2) {
-    lev2.setNameConv(conv);
+  if (radar() != nullptr) {
+    radar()->setNameConv(conv);
   }
   return 1;
 }
 
 int ScopeView::setHour(const char* hour) {
-  if (type == NIDS) {
-    nids.setHour(hour);
-  } else if (type == LEV2) {
-    lev2.setHour(hour);
+  if (radar() != nullptr) {
+    radar()->setHour(hour);
   } else {
     filename.setFixDate(hour);
   }
@@ -143,10 +155,8 @@ int ScopeView::setHour(const char* hour) {
 }
 
 int ScopeView::setFilename() {
-  if (type == NIDS) {
-    nids.setFilename();
-  } else if (type == LEV2) {
-    lev2.setFilename();
+  if (radar() != nullptr) {
+    radar()->setFilename();
   } else {
     filename.setFilePrompt("Enter the radar filename: ");
   }
@@ -154,10 +164,8 @@ int ScopeView::setFilename() {
 }
 
 int ScopeView::setFilename(const char* text) {
-  if (type == NIDS) {
-    nids.setFilename(text);
-  } else if (type == LEV2) {
-    lev2.setFilename(text);
+  if (radar() != nullptr) {
+    radar()->setFilename(text);
   } else {
     filename.setFile(text);
   }
@@ -165,10 +173,8 @@ int ScopeView::setFilename(const char* text) {
 }
 
 int ScopeView::setFilename(Date& date) {
-  if (type == NIDS) {
-    nids.setFilename(date);
-  } else if (type == LEV2) {
-    lev2.setFilename(date);
+  if (radar() != nullptr) {
+    radar()->setFilename(date);
   } else {
     filename.setDate(date);
   }
@@ -176,10 +182,11 @@ int ScopeView::setFilename(Date& date) {
 }
 
 int ScopeView::setFilename(Date& date, const char* text) {
-  // Level II goes to the NIDS renderer too, so that a loop over it moves that selection:
-  // deliberate.
-  if (type == NIDS || type == LEV2) {
+  // Level II goes to the NIDS renderer, so that a loop over it moves that selection: deliberate.
+  if (type == LEV2) {
     nids.setFilename(date, text);
+  } else if (radar() != nullptr) {
+    radar()->setFilename(date, text);
   } else {
     filename.setDate(date, text);
   }
@@ -191,9 +198,7 @@ int ScopeView::setForeTime(const char* /*time*/) {
 }
 
 int ScopeView::getDate(Date& date) {
-  return type == NIDS   ? nids.getDate(date)
-         : type == LEV2 ? lev2.getDate(date)
-                        : filename.getDate(date);
+  return radar() != nullptr ? radar()->getDate(date) : filename.getDate(date);
 }
 
 int ScopeView::getInitDate(Date& date) {
@@ -204,22 +209,16 @@ int ScopeView::getInitDate(Date& date) {
 }
 
 int ScopeView::getDateOffset() {
-  return type == NIDS   ? nids.getDateOffset()
-         : type == LEV2 ? lev2.getDateOffset()
-                        : filename.getOffset();
+  return radar() != nullptr ? radar()->getDateOffset() : filename.getOffset();
 }
 
 int ScopeView::getNumFrames() {
-  return type == NIDS   ? nids.getNumFrames()
-         : type == LEV2 ? lev2.getNumFrames()
-                        : filename.getNumFiles();
+  return radar() != nullptr ? radar()->getNumFrames() : filename.getNumFiles();
 }
 
 int ScopeView::getDomain(Domain& domain) {
-  if (type == NIDS) {
-    nids.getDomain(domain);
-  } else if (type == LEV2) {
-    lev2.getDomain(domain);
+  if (radar() != nullptr && type != MDR && type != RCM) {
+    radar()->getDomain(domain);
   } else {
     DomainTool::set(domain, "us");
   }
@@ -228,6 +227,8 @@ int ScopeView::getDomain(Domain& domain) {
 
 int ScopeView::setColorTable(const char* name) {
   color_table.copy(StrLib::valid(name, ""));
+  mdr.setColorTable(name);
+  rcm.setColorTable(name);
   nids.setColorTable(name);
   lev2.setColorTable(name);
   img.setColorTable(name);
@@ -236,6 +237,8 @@ int ScopeView::setColorTable(const char* name) {
 
 int ScopeView::setColorFill(const char* list) {
   color_fill.copy(StrLib::valid(list, ""));
+  mdr.setColorFill(list);
+  rcm.setColorFill(list);
   nids.setColorFill(list);
   lev2.setColorFill(list);
   img.setColorFill(list);
@@ -243,16 +246,22 @@ int ScopeView::setColorFill(const char* list) {
 }
 
 int ScopeView::setColor(const char* text) {
+  mdr.setColor(text);
+  rcm.setColor(text);
   nids.setColor(text);
   return 1;
 }
 
 int ScopeView::setVariable(const char* text) {
+  mdr.setVariable(text);
+  rcm.setVariable(text);
   nids.setVariable(text);
   return 1;
 }
 
 int ScopeView::setMap(int flag) {
+  mdr.setMap(flag);
+  rcm.setMap(flag);
   nids.setMap(flag);
   lev2.setMap(flag);
   img.setMap(flag);
@@ -277,6 +286,8 @@ int ScopeView::setParam(const char* text) {
       sync = 1;
     }
   }
+  mdr.setParam(text);
+  rcm.setParam(text);
   img.setParam(text);
   nids.setParam(text);
   lev2.setParam(text);
@@ -288,15 +299,15 @@ int ScopeView::draw(Plot& plot) {
     filename.setFile("la");
   }
   switch (type) {
-    case NIDS: nids.draw(plot); return 1;
-    case LEV2: lev2.draw(plot); return 1;
     case IMAGE: return drawFile<ImageFile>(plot, "Image");
     case NOWRAD: return drawFile<NowradFile>(plot, "Nowrad");
     case KAVRAD: return drawFile<KavradFile>(plot, "Kavrad");
-    default:
-      Zqv::outWarning("ScopeView: input type %s is not available in this build\n", typeName(type));
-      return 1;
+    default: break;
   }
+  if (radar() != nullptr) {
+    radar()->draw(plot);
+  }
+  return 1;
 }
 
 /** Draws what can be read of an image-like file. @return 1; 0 with a warning if it can't be opened

@@ -5,7 +5,9 @@
 #include "ImagePlot.h"
 #include "Lev2Plot.h"
 #include "Listener.h"
+#include "MdrPlot.h"
 #include "NidsPlot.h"
+#include "RcmPlot.h"
 #include "String.h"
 
 namespace ZQV {
@@ -76,6 +78,8 @@ class ScopeView : public Drawing, public Listener {
   int setMap(int flag);
 
  private:
+  /** The renderer that has a file of its own; absent for images. */
+  RadarPlot* radar();
   template <typename File>
   int drawFile(Plot& plot, const char* kind);
 
@@ -86,6 +90,8 @@ class ScopeView : public Drawing, public Listener {
   ImagePlot img;
   NidsPlot nids;
   Lev2Plot lev2;
+  MdrPlot mdr;
+  RcmPlot rcm;
   int sync = 0;
 };
 

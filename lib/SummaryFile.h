@@ -30,6 +30,9 @@ class SummaryFile {
   /** That of the file, once it is open for reading. */
   [[nodiscard]] const Date& getDate() const { return date; }
 
+  /** What stands for a status of 0 to 2: "NA", "NE", "OM"; absent for any other. */
+  static const char* statusWord(int status);
+
  protected:
   /** @param title  what the third line begins with
    *  @param stop  what the line behind the mosaic begins with */
@@ -50,8 +53,6 @@ class SummaryFile {
   int prepare(const Domain& domain, const char* info, Image& image) const;
   int prepare(const Domain& domain, const char* info, Grid& grid) const;
 
-  /** What stands for a status of 0 to 2: "NA", "NE", "OM"; absent for any other. */
-  static const char* statusWord(int status);
   /** The status of a word, 3 if it is none of them. */
   static int findStatus(const char* word);
 

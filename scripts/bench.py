@@ -166,6 +166,18 @@ def mosaics():
           f"decoded {own - 1.5 * decode:+.2f} ms, {got['us'][1] / 1024:.1f} MB")
 
 
+def summaries():
+    """A summary of coded messages, 452 by 356, to a picture: with 150 stations and what they have, and without."""
+    files = {name: os.path.join(products, name + ".rcm") for name in ("bare", "stations")}
+    draw = [program, "-in", "rcm", "-df", config, "-de", "raster", "-ou", "png:/dev/null", "-dr", "plot,data,text",
+            "-va", "stat,etop,tvs,storm"]
+    commands = {name: [*draw, file] for name, file in files.items()}
+    got = measure({"read": [bare, "read", files["stations"]], **commands})
+    read, without, stations = (got[k][0] * 1e3 for k in ("read", "bare", "stations"))
+    print(f"\nsummary of 452 x 356: read {read:.2f}, picture {without:.2f}, with 150 stations {stations:.2f} = "
+          f"{stations / without:.2f} x, {got['stations'][1] / 1024:.1f} MB")
+
+
 def maps():
     """The sample product with the default map and without, by scale of the view."""
     sample = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "data", "sample.nids")
@@ -245,6 +257,7 @@ def main():
     pictures(empty)
     volumes(empty)
     mosaics()
+    summaries()
     maps()
     loop()
 

@@ -4,12 +4,13 @@
     make_bench_products.py DIR
 
 Each is filled to about half with echoes, as a widespread storm would be: a 16-level radial, a 256-level radial of 720
-by 1840, a 16-level raster, a wind profile, a Level II volume of six cuts of 720 radials in bzip2 records, and a
-Kavouras mosaic of 5120 by 5760 pixels.
+by 1840, a 16-level raster, a wind profile, a Level II volume of six cuts of 720 radials in bzip2 records, a Kavouras
+mosaic of 5120 by 5760 pixels, and a summary of coded messages with and without its stations.
 """
 import bz2
 import math
 import os
+import re
 import struct
 import sys
 
@@ -177,6 +178,25 @@ def mosaic():
     return bytes(out) + b"!"
 
 
+def summary(num_stations):
+    """A mosaic of 452 by 356 levels, and stations with four storms and a vortex each."""
+    out = "ZQVRAD\n2015Z 20 MAY 20\nRCM SUMMARY\n"
+    for y in range(356):
+        row = "".join(chr(ord("0") + min(6, int(echo(x / 226 - 1, y / 178 - 1) * 12))) for x in range(452))
+        row = row.replace("0", " ")
+        out += f"+{y:3d}\n" + "".join(row[i:i + 78] + "\n" for i in range(0, 452, 78))
+    with open(os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "data", "rad.cty")) as cities:
+        found = [re.search(r" (\w{3}) -\d- +([-\d.]+) +([-\d.]+)", line) for line in cities]
+    places = [(m[1], float(m[2]), float(m[3])) for m in found if m]
+    inside = [p for p in places if 25 < p[1] < 50 and -126 < p[2] < -66]
+    for i, (name, lat, lon) in enumerate(inside[:num_stations]):
+        out += f"** {name} {i:03d} PCPN\nZ {100 + i:3d} {lat + 0.3:8.3f} {lon:8.3f}\n"
+        out += f"T  01 {lat - 0.3:8.3f} {lon:8.3f}\n"
+        for k in range(4):
+            out += f"S  A{k} {lat - 0.5 + k // 2:8.3f} {lon - 0.5 + k % 2:8.3f} 240 {10 + i % 50:03d} {200 + i:3d} {k % 3}\n"
+    return out.encode()
+
+
 def main():
     where = sys.argv[1]
     dbz = [0x8002] + list(range(5, 80, 5))
@@ -194,6 +214,9 @@ def main():
         file.write(volume(720, 1832, 6))
     with open(os.path.join(where, "mosaic.kav"), "wb") as file:
         file.write(mosaic())
+    for name, num_stations in (("stations", 150), ("bare", 0)):
+        with open(os.path.join(where, name + ".rcm"), "wb") as file:
+            file.write(summary(num_stations))
 
 
 main()
