@@ -21,15 +21,27 @@ struct Four {
   static void store(Floats v, float* to) { std::memcpy(to, &v, sizeof(v)); }
 #ifdef __SSE__
   // g++ makes three instructions of the comparison.
-  static Floats least(Floats a, Floats b) { return _mm_min_ps(a, b); }
-  static Floats most(Floats a, Floats b) { return _mm_max_ps(a, b); }
+  static Floats least(Floats a, Floats b) {
+    return _mm_min_ps(a, b);
+  }
+  static Floats most(Floats a, Floats b) {
+    return _mm_max_ps(a, b);
+  }
 #else
-  static Floats least(Floats a, Floats b) { return a < b ? a : b; }
-  static Floats most(Floats a, Floats b) { return a > b ? a : b; }
+  static Floats least(Floats a, Floats b) {
+    return a < b ? a : b;
+  }
+  static Floats most(Floats a, Floats b) {
+    return a > b ? a : b;
+  }
 #endif
-  static Floats all(float v) { return Floats{v, v, v, v}; }
+  static Floats all(float v) {
+    return Floats{v, v, v, v};
+  }
   /** Toward zero; the numbers fit. */
-  static Ints cut(Floats v) { return __builtin_convertvector(v, Ints); }
+  static Ints cut(Floats v) {
+    return __builtin_convertvector(v, Ints);
+  }
 
   /** Smallest x, largest x with its sign turned, and so for y. */
   static Floats bounds(Floats x, Floats y) {

@@ -27,8 +27,8 @@ constexpr Ends SIDE_ENDS[4] = {{GridBox::UL, GridBox::UR},
                                {GridBox::LL, GridBox::LR},
                                {GridBox::LL, GridBox::UL}};
 
-/** What the places west of the seam are raised by, 0 where a map has none. For MOLL that is half the
- * distance after which the map repeats: deliberate, and here alone. */
+/** What the places west of the seam are raised by, 0 where a map has none. For MOLL that is half
+ * the distance after which the map repeats: deliberate, and here alone. */
 float periodOf(int proj, float y) {
   if (proj == DomainVal::LATLON) return Domain::OFFSET_LL;
   if (proj == DomainVal::MERC) return Domain::OFFSET_MERC;
