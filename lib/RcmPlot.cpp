@@ -191,6 +191,9 @@ int RcmPlot::readSite() {
       if (RcmFile::decode(raw, data) == 0) {
         return 0;
       }
+      if (Zqv::checkMessage(message_data)) {
+        data.print();
+      }
       findStation(data.getId(), data.lat, data.lon);
       return 1;
     }
@@ -199,10 +202,6 @@ int RcmPlot::readSite() {
 }
 
 void RcmPlot::drawSite(Plot& plot) {
-  if (Zqv::checkMessage(message_data)) {
-    data.print();
-    data.printEchoes();
-  }
   readColorTable(plot);
   num = 0;
   Image image;

@@ -107,16 +107,24 @@ int ScopeView::setInput(const char* name) {
   if (wanted != NONE) {
     type = wanted;
   }
+  setReports(name);
   switch (wanted) {
-    case MDR:
-    case MDR_SITE: mdr.setInput(name); break;
-    case RCM: rcm.setInput(StrLib::equal(name, "rcmg") ? "mosg" : "mos"); break;
-    case RCM_SITE: rcm.setInput("site"); break;
     case NIDS: nids.setNameConv("nids"); break;
     case LEV2: lev2.setNameConv("lev2"); break;  // of compressed volumes too
     default: break;
   }
   return 1;
+}
+
+/** Tells the renderers of coded reports which of their inputs is meant. */
+void ScopeView::setReports(const char* name) {
+  switch (getType(name)) {
+    case MDR:
+    case MDR_SITE: mdr.setInput(name); break;
+    case RCM: rcm.setInput(StrLib::equal(name, "rcmg") ? "mosg" : "mos"); break;
+    case RCM_SITE: rcm.setInput("site"); break;
+    default: break;
+  }
 }
 
 RadarPlot* ScopeView::radar() {
@@ -135,6 +143,7 @@ int ScopeView::setNameConv(const char* conv) {
   filename.setNameConv(conv);
   if (StrLib::valid(filename.getType()) && getType(filename.getType()) != NONE) {
     type = getType(filename.getType());
+    setReports(filename.getType());
   }
   if (Zqv::getResrc("num_hour") != nullptr) {
     filename.setNumFiles(Zqv::getResrc("num_hour"));
@@ -317,10 +326,14 @@ int ScopeView::drawFile(Plot& plot, const char* kind) {
   File file;
   if (file.open(filename.getName()) == 0) {
     Zqv::outWarning("ScopeView: Unable to open %s file: %s\n", kind, filename.getName());
+    Zqv::setError(Zqv::NOFILE);
     return 0;
   }
   Image image;
   file.read(image);
+  if (!image.validData()) {
+    Zqv::setError(Zqv::NODATA);
+  }
   return draw(plot, image);
 }
 

@@ -79,6 +79,7 @@ class ScopeView : public Drawing, public Listener {
 
  private:
   /** The renderer that has a file of its own; absent for images. */
+  void setReports(const char* name);
   RadarPlot* radar();
   template <typename File>
   int drawFile(Plot& plot, const char* kind);
