@@ -17,6 +17,7 @@
 #include "ImageFile.h"
 #include "ImageTool.h"
 #include "MosaicMaker.h"
+#include "Picture.h"
 #include "Plot.h"
 #include "RGB.h"
 #include "Road.h"
@@ -31,25 +32,6 @@ constexpr int red = 0xff0000;
 constexpr int lime = 0x00ff00;
 constexpr int blue = 0x0000ff;
 constexpr int gray = 0x808080;
-
-/** A picture of the program, without map and labels, that fills a page of width by height. */
-Image drawPicture(const TempDir& dir, const std::string& args, int width, int height) {
-  const ProgramRun run =
-      runScopeview(dir, args + " -de raster -ou png:out.png -dr plot,data -ge " +
-                            std::to_string(width) + "x" + std::to_string(height));
-  EXPECT_EQ(run.status, 0);
-  EXPECT_EQ(run.err, "");
-  Image image;
-  EXPECT_EQ(ImageFile().read(dir.at("out.png").c_str(), image), 1);
-  return image;
-}
-
-int colorAt(const Image& image, double x, double y) {
-  RGB rgb;
-  image.getRGB(static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y)), rgb);
-  const auto channel = [](float v) { return static_cast<int>(std::lround(v * 255.0F)); };
-  return channel(rgb.red) << 16 | channel(rgb.grn) << 8 | channel(rgb.blu);
-}
 
 /** 301 by 201 points of 0.1 degrees around 39 N 97 W, which is gray but for four corners and the
  * middle. */

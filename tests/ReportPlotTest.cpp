@@ -11,10 +11,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "Domain.h"
 #include "Image.h"
-#include "ImageFile.h"
-#include "RGB.h"
+#include "MdrPlot.h"
+#include "Picture.h"
 #include "Road.h"
+#include "ScratchDir.h"
 
 namespace ZQV {
 namespace {
@@ -163,22 +165,16 @@ class ReportPlotTest : public testing::Test {
   std::vector<std::string> blocks(const std::string& args, const Page& page,
                                   const std::string& params, const std::vector<Block>& list,
                                   double cx, double cy) {
-    run = runScopeview(
-        dir, args + page.args(params) + "-de raster -ou png:a.png -ge 800x800 -dr plot,data");
-    EXPECT_EQ(run.err, "");
-    Image image;
-    EXPECT_EQ(ImageFile().read(dir.at("a.png").c_str(), image), 1);
+    const Image image = drawPicture(dir, args + page.args(params), 800, 800);
     const double cell = 800 * page.grid.spacing / page.width;
     std::vector<std::string> names;
     for (const Block& b : list) {
       std::set<std::string> found;
       for (int i = 0; i < 9; i++) {  // from corner to corner
-        RGB rgb;
-        image.getRGB(static_cast<int>(std::lround(400 + (b.x + (i % 3 - 1) * 0.9 - cx) * cell)),
-                     static_cast<int>(std::lround(400 + (b.y + (i / 3 - 1) * 0.9 - cy) * cell)),
-                     rgb);
-        const auto channel = [](float v) { return static_cast<int>(std::lround(v * 255.0F)); };
-        const int seen = channel(rgb.red) << 16 | channel(rgb.grn) << 8 | channel(rgb.blu);
+        const int right = i % 3 - 1;
+        const int down = i / 3 - 1;
+        const int seen = colorAt(image, 400 + (b.x + right * 0.9 - cx) * cell,
+                                 400 + (b.y + down * 0.9 - cy) * cell);
         const auto name = std::find_if(color.begin(), color.end(),
                                        [&](const auto& c) { return c.second == seen; });
         found.insert(seen == 0 ? "-" : name != color.end() ? name->first : "?");
@@ -432,11 +428,13 @@ TEST_F(ReportPlotTest, OwnDomainIsAroundTheSite) {
     draw(std::string("-mf none -va city ") + args);
     expectText("TLX", {0.5, 0.5});
   }
-  // 90 points of 11.9 km around 40 N 90 W, in a page of 0.92 by 3:2.
-  draw("-in mdrsite -id XXX m -mf none -va city");
-  EXPECT_THAT(words(), IsEmpty());
-  EXPECT_THAT(runScopeview(dir, "-in mdrsite -id XXX m -de meta,a.meta -me out8").out,
-              testing::Not(HasSubstr("Warning")));
+  const PackageData data;
+  MdrPlot plot("in=site,id=XXX");
+  Domain domain;
+  EXPECT_EQ(plot.getDomain(domain), 1);
+  String text;
+  domain.toString(text);
+  EXPECT_THAT(text.get(), HasSubstr("40.000000,-90.000000,90,60,0.118991,0.118991"));
 }
 
 /** A line for each row of blocks on the national grid. */
