@@ -138,12 +138,10 @@ TEST(NidsPacketTest, RasterOfEitherCodeIsOneKind) {
   }
 }
 
-TEST(NidsPacketTest, RasterOfPairsCountsHundredsInTheHighNibble) {
+TEST(NidsPacketTest, RastersOfPairsAndWithoutRows) {
+  // Hundreds count in the high nibble of a pair.
   EXPECT_EQ(walkOf(product(37, NidsMaker::raster8({{0x04, 0x04, 0x31}}))),
             "row\nrun 2 4 20\nrun 1 49 305\n");
-}
-
-TEST(NidsPacketTest, RasterWithoutRowsEndsAtOnce) {
   Opened o(product(37, NidsMaker::raster({}) + NidsMaker::vectors({{1, 2, 3, 4}})));
   EXPECT_EQ(o.nids.readRastor(), 0);
   EXPECT_EQ(o.nids.readPacket(), 7);
@@ -188,13 +186,6 @@ TEST(NidsPacketTest, TextOfCode1IsReadLikeCode8) {
   EXPECT_EQ(walkOf(product(48, NidsMaker::text(2, 3, 4, "abc", 1))), "text \"abc\" 10 3 4\n");
 }
 
-TEST(NidsPacketTest, TextShorterThanItsHeadHoldsNothing) {
-  const std::string layer = NidsMaker::u2(8) + NidsMaker::u2(3) + NidsMaker::u2(1) +
-                            NidsMaker::u2(2) + NidsMaker::u2(3) +
-                            NidsMaker::vectors({{1, 2, 3, 4}});
-  EXPECT_EQ(walkOf(product(48, layer)), "text \"\" 5 2 3\nvector 0 1 2 3 4\n");
-}
-
 TEST(NidsPacketTest, LevelsThatDoNotExistAreLevel0) {
   for (const int level : {-1, 16, 32767, -32768}) {
     EXPECT_EQ(walkOf(product(
@@ -209,24 +200,13 @@ TEST(NidsPacketTest, VectorsWithAndWithoutValue) {
                                    NidsMaker::vectors(-3, {{9, 8, 7, 6}}) + NidsMaker::vectors({}) +
                                    NidsMaker::winds({{0, 1, 2, 3, 4}}))),
             "vector 0 -1 2 3 -4\nvector 0 5 6 7 8\nvector -3 9 8 7 6\nwind -90 1 2 3 4\n");
-  // A length that leaves no room for the value holds no vector.
+  // A length that leaves no room for the value holds no vector, and a text shorter than its head
+  // nothing.
   EXPECT_EQ(walkOf(product(48, NidsMaker::u2(10) + NidsMaker::u2(1) + NidsMaker::u2(7) +
+                                   NidsMaker::u2(8) + NidsMaker::u2(3) + NidsMaker::u2(1) +
+                                   NidsMaker::u2(2) + NidsMaker::u2(3) +
                                    NidsMaker::winds({{0, 1, 2, 3, 4}}))),
-            "wind -90 1 2 3 4\n");
-}
-
-TEST(NidsPacketTest, SkippingLeavesTheStreamAtTheNextPacket) {
-  Opened o(product(48, NidsMaker::vectors({{1, 2, 3, 4}, {5, 6, 7, 8}}) +
-                           NidsMaker::winds({{0, 1, 2, 3, 4}, {0, 1, 2, 3, 4}}) +
-                           NidsMaker::text(0, 0, 0, "gone") + NidsMaker::text(0, 0, 0, "here")));
-  EXPECT_EQ(o.nids.skipVector(), 0);
-  EXPECT_EQ(o.nids.readPacket(), 4);
-  EXPECT_EQ(o.nids.skipWind(), 0);
-  EXPECT_EQ(o.nids.readPacket(), 8);
-  EXPECT_EQ(o.nids.skipText(), 1);
-  EXPECT_EQ(o.nids.readPacket(), 8);
-  EXPECT_EQ(NidsWalk(o.nids).text, "text \"here\" -90 0 0\n");
-  EXPECT_EQ(o.nids.readPacket(), -1);
+            "text \"\" 5 2 3\nwind -90 1 2 3 4\n");
 }
 
 // The length is taken at its word: a packet of 15 bytes runs on to the end of the data. Deliberate.
