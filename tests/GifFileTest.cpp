@@ -169,24 +169,6 @@ TEST(GifFileTest, HeaderIsWrittenToTheByte) {
   EXPECT_EQ(back.getGrn(0), 0.0F);
 }
 
-TEST(GifFileTest, DomainAndTextComeBack) {
-  const TempDir dir;
-  Image image = picture(640, 480, 2, [](int x, int) { return x & 1; });
-  DomainVal val;
-  val.proj = DomainVal::LAMB;
-  val.clat = 39.5F;
-  val.clon = -97.25F;
-  val.nx = 640;
-  val.ny = 480;
-  val.dx = val.dy = 0.0625F;
-  image.setDomain(val);
-  image.setInfo("Reflectivity");
-  const Image back = read(dir, write(dir, image));
-  EXPECT_TRUE(DomainVal::compare(back.getDomainVal(), image.getDomainVal()));
-  EXPECT_STREQ(back.getInfo(), "Reflectivity");
-  EXPECT_THAT(shell(dir, "giftext '" + dir.at("a.gif") + "'"), HasSubstr("pd=lamb"));
-}
-
 TEST(GifFileTest, TrueColourIsBroughtToATable) {
   const TempDir dir;
   Image image;

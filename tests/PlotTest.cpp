@@ -70,12 +70,6 @@ TEST_F(PlotTest, FitsTheDomainIntoThePanel) {
               1);  // device coordinates, the middle of the page
     EXPECT_NEAR(y, 40, 1e-3);
     EXPECT_EQ(plot.tranPlotWindow(1.49F, 0.5F, x, y), 1) << "the right end of a wide page";
-    // A second domain comes into the place of the first.
-    plot.setPanel(domain("latlon,10,20,11,11,1,1"));
-    Rect again;
-    plot.getViewport(again);
-    EXPECT_NEAR(again.getHeight(), 0.75, 1e-6);
-    EXPECT_NEAR(plot.getVert(), 10, 1e-6);
   });
 }
 
@@ -104,27 +98,6 @@ TEST_F(PlotTest, PanelsShareThePage) {
     }
     EXPECT_EQ(plot.setPanel(16), 0);
   });
-}
-
-TEST_F(PlotTest, GeometryTexts) {
-  const struct {
-    const char* text;
-    int result;
-    float width, x, y;
-  } rows[] = {{"640x480", 1, 640, Const::FMISS, Const::FMISS},
-              {"640x480+10-20", 2, 640, 10, -20},
-              {"-5+6", 3, Const::FMISS, -5, 6},
-              {"x", 0, 0, 0, 0},
-              {nullptr, 0, 0, 0, 0}};
-  for (const auto& row : rows) {
-    GeomBox box;
-    EXPECT_EQ(Plot::decodeGeometryStr(row.text, box), row.result);
-    if (row.result != 0) {
-      EXPECT_EQ(box.width, row.width);
-      EXPECT_EQ(box.x, row.x);
-      EXPECT_EQ(box.y, row.y);
-    }
-  }
 }
 
 TEST_F(PlotTest, SwitchesOfElements) {
