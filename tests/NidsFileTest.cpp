@@ -134,13 +134,9 @@ TEST(NidsFileTest, TrailerIsCutOff) {
       m.packing = packing;
       m.zlib_level = 0;
       m.trailer = true;
-      const TempFile file(m.build());
-      NidsFile nids;
-      NidsInfo info;
-      ASSERT_EQ(nids.open(file.name()), 1);
-      ASSERT_EQ(nids.readHeader(info), 1);
-      EXPECT_EQ(nids.readPacket(), 18);
-      EXPECT_EQ(nids.readPacket(), -1) << bins << " " << packing;  // not the code 0D0D
+      Opened o(m);
+      EXPECT_EQ(o.nids.readPacket(), 18);
+      EXPECT_EQ(o.nids.readPacket(), -1) << bins << " " << packing;  // not the code 0D0D
     }
   }
 }
@@ -283,13 +279,9 @@ TEST(NidsFileTest, WrongCheckSumAtTheEndLosesNothing) {
 TEST(NidsFileTest, CutDescriptionKeepsThePlaceOfTheRadar) {
   NidsMaker m;
   m.envelope = NidsMaker::BARE;
-  const TempFile file(m.build().substr(0, 18 + 40));
-  NidsFile nids;
-  NidsInfo info;
-  ASSERT_EQ(nids.open(file.name()), 1);
-  EXPECT_EQ(nids.readHeader(info), 1);
-  EXPECT_FLOAT_EQ(info.getLat(), 35.333F);
-  EXPECT_EQ(info.getMode(), 2);
+  Opened o(m.build().substr(0, 18 + 40));
+  EXPECT_FLOAT_EQ(o.info.getLat(), 35.333F);
+  EXPECT_EQ(o.info.getMode(), 2);
 }
 
 TEST(NidsFileTest, CutBehindABlockOfBzip2LosesNothingOfTheBlock) {
@@ -316,23 +308,19 @@ TEST(NidsFileTest, CutBehindABlockOfBzip2LosesNothingOfTheBlock) {
 TEST(NidsFileTest, HeaderReachesTheSummary) {
   NidsMaker m = smallProduct();
   m.scan_num = 3;
-  const TempFile file(m.build());
-  NidsFile nids;
-  NidsInfo info;
-  ASSERT_EQ(nids.open(file.name()), 1);
-  ASSERT_EQ(nids.readHeader(info), 1);
-  EXPECT_FLOAT_EQ(info.getLon(), -97.278F);
-  EXPECT_FLOAT_EQ(info.getAlt(), 389.2296F);  // 1277 ft
-  EXPECT_EQ(info.getVcp(), 212);
-  EXPECT_EQ(info.getSeq(), 7);
-  EXPECT_EQ(info.getDate().getSeconds(), 1620146370);
-  EXPECT_EQ(info.getProdDate(), 1620146395);
-  EXPECT_FLOAT_EQ(info.getElev(), 0.5F);
-  EXPECT_FLOAT_EQ(info.getMax(), 49);
-  EXPECT_EQ(nids.getScanNum(), 3);
-  EXPECT_EQ(nids.getVolScan(), 33);
-  EXPECT_EQ(nids.getOffSymb(), 60);
-  EXPECT_EQ(nids.getParam(9), 11);
+  Opened o(m);
+  EXPECT_FLOAT_EQ(o.info.getLon(), -97.278F);
+  EXPECT_FLOAT_EQ(o.info.getAlt(), 389.2296F);  // 1277 ft
+  EXPECT_EQ(o.info.getVcp(), 212);
+  EXPECT_EQ(o.info.getSeq(), 7);
+  EXPECT_EQ(o.info.getDate().getSeconds(), 1620146370);
+  EXPECT_EQ(o.info.getProdDate(), 1620146395);
+  EXPECT_FLOAT_EQ(o.info.getElev(), 0.5F);
+  EXPECT_FLOAT_EQ(o.info.getMax(), 49);
+  EXPECT_EQ(o.nids.getScanNum(), 3);
+  EXPECT_EQ(o.nids.getVolScan(), 33);
+  EXPECT_EQ(o.nids.getOffSymb(), 60);
+  EXPECT_EQ(o.nids.getParam(9), 11);
 }
 
 TEST(NidsFileTest, DatesBeyondTheClockStandAtItsEnd) {
@@ -474,15 +462,11 @@ TEST(NidsFileTest, SiteProducts) {
     m.src = 9999;  // the last that is no mosaic
     m.param = {0, 10, 3, 40, 50, 60, 70, 80, 90, 0};
     m.layers = {NidsMaker::radials({{0, 1, {1, 2}}})};
-    const TempFile file(m.build());
-    NidsFile nids;
-    NidsInfo info;
-    ASSERT_EQ(nids.open(file.name()), 1);
-    ASSERT_EQ(nids.readHeader(info), 1);
-    EXPECT_STREQ(info.getInfo(), row.title);
-    EXPECT_STREQ(info.getMisc(), row.misc);
-    EXPECT_FLOAT_EQ(info.getRes(), row.res);
-    EXPECT_FLOAT_EQ(nids.getRange(), row.range);
+    Opened o(m);
+    EXPECT_STREQ(o.info.getInfo(), row.title);
+    EXPECT_STREQ(o.info.getMisc(), row.misc);
+    EXPECT_FLOAT_EQ(o.info.getRes(), row.res);
+    EXPECT_FLOAT_EQ(o.nids.getRange(), row.range);
   }
 }
 
@@ -530,18 +514,14 @@ TEST(NidsFileTest, MosaicProducts) {
     m.lon = -98;
     m.param[9] = 7;
     m.layers = {NidsMaker::raster({{1, 2, 3, 4, 5, 6, 7}, {7, 6, 5, 4, 3, 2, 1}})};
-    const TempFile file(m.build());
-    NidsFile nids;
-    NidsInfo info;
-    ASSERT_EQ(nids.open(file.name()), 1);
-    ASSERT_EQ(nids.readHeader(info), 1);
-    EXPECT_STREQ(info.getInfo(), row.title);
-    EXPECT_FLOAT_EQ(info.getRes(), row.res);
+    Opened o(m);
+    EXPECT_STREQ(o.info.getInfo(), row.title);
+    EXPECT_FLOAT_EQ(o.info.getRes(), row.res);
     char label[32];
     std::snprintf(label, sizeof label, " Res=%3.1f", static_cast<double>(row.res));
-    EXPECT_NE(std::string(info.getMisc()).find(label), std::string::npos) << info.getMisc();
-    EXPECT_EQ(nids.getRange(), 0);
-    const DomainVal dom = nids.getDomainVal();
+    EXPECT_NE(std::string(o.info.getMisc()).find(label), std::string::npos) << o.info.getMisc();
+    EXPECT_EQ(o.nids.getRange(), 0);
+    const DomainVal dom = o.nids.getDomainVal();
     EXPECT_EQ(dom.proj, DomainVal::LAMB);
     EXPECT_EQ(dom.nx, 7);  // wider than it is tall
     EXPECT_EQ(dom.ny, 2);
@@ -553,19 +533,15 @@ TEST(NidsFileTest, MosaicProducts) {
     if (row.res > 0) {
       EXPECT_FLOAT_EQ(dom.dx, row.res * 1.00137F / 100);
       EXPECT_FLOAT_EQ(dom.dy, dom.dx);
-      EXPECT_FLOAT_EQ(info.getCres(), dom.dx);
+      EXPECT_FLOAT_EQ(o.info.getCres(), dom.dx);
     }
   }
 }
 
 TEST(NidsFileTest, ProductsWithAPlaneOfTheirOwn) {
   const auto domain_of = [](const NidsMaker& maker) {
-    const TempFile file(maker.build());
-    NidsFile nids;
-    NidsInfo info;
-    EXPECT_EQ(nids.open(file.name()), 1);
-    EXPECT_EQ(nids.readHeader(info), 1);
-    return nids.getDomainVal();
+    Opened o(maker);
+    return o.nids.getDomainVal();
   };
   NidsMaker m = smallProduct();
   m.code = 81;
@@ -722,21 +698,17 @@ TEST(NidsFileTest, ReadsDropWithoutADestination) {
     m.packing = packing;
     m.layers = {NidsMaker::text(0, 1, 2, std::string(500, 'x')) +
                 NidsMaker::vectors({{9, 8, 7, 6}})};
-    const TempFile file(m.build());
-    NidsFile nids;
-    NidsInfo info;
-    ASSERT_EQ(nids.open(file.name()), 1);
-    ASSERT_EQ(nids.readHeader(info), 1);
-    ASSERT_TRUE(nids.isPacketText());
-    EXPECT_EQ(nids.skipText(), 1);
-    EXPECT_EQ(nids.readPacket(), 7);
-    EXPECT_EQ(nids.readBytes(nullptr, -3), 1);
+    Opened o(m);
+    ASSERT_TRUE(o.nids.isPacketText());
+    EXPECT_EQ(o.nids.skipText(), 1);
+    EXPECT_EQ(o.nids.readPacket(), 7);
+    EXPECT_EQ(o.nids.readBytes(nullptr, -3), 1);
     unsigned u = 0;
-    EXPECT_EQ(nids.readUlong(u), 1);
+    EXPECT_EQ(o.nids.readUlong(u), 1);
     EXPECT_EQ(u, 0x00090008U);
-    EXPECT_EQ(nids.readBytes(nullptr, 1 << 30), 0);
-    EXPECT_EQ(nids.readShort(), 0);
-    EXPECT_EQ(nids.readLong(), 0);
+    EXPECT_EQ(o.nids.readBytes(nullptr, 1 << 30), 0);
+    EXPECT_EQ(o.nids.readShort(), 0);
+    EXPECT_EQ(o.nids.readLong(), 0);
   }
 }
 
@@ -744,13 +716,9 @@ TEST(NidsFileTest, StreamWithoutEndIsStopped) {
   NidsMaker m = digitalProduct();
   m.packing = NidsMaker::ZLIB;
   m.tail = std::string(40 << 20, '\0');
-  const TempFile file(m.build());
-  NidsFile nids;
-  NidsInfo info;
-  ASSERT_EQ(nids.open(file.name()), 1);
-  ASSERT_EQ(nids.readHeader(info), 1);
-  EXPECT_EQ(nids.readBytes(nullptr, 30 << 20), 1);
-  EXPECT_EQ(nids.readBytes(nullptr, 5 << 20), 0);
+  Opened o(m);
+  EXPECT_EQ(o.nids.readBytes(nullptr, 30 << 20), 1);
+  EXPECT_EQ(o.nids.readBytes(nullptr, 5 << 20), 0);
 }
 
 }  // namespace

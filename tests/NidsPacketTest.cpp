@@ -7,26 +7,10 @@
 #include <gtest/gtest.h>
 
 #include "Const.h"
-#include "NidsFile.h"
-#include "NidsInfo.h"
 #include "NidsMaker.h"
 
 namespace ZQV {
 namespace {
-
-/** One product of a single layer, opened with its header read. */
-class Opened {
- public:
-  explicit Opened(const NidsMaker& maker) : file(maker.build()) {
-    EXPECT_EQ(nids.open(file.name()), 1);
-    EXPECT_EQ(nids.readHeader(info), 1);
-  }
-  NidsFile nids;
-  NidsInfo info;
-
- private:
-  TempFile file;
-};
 
 NidsMaker product(int code, const std::string& layer) {
   NidsMaker m;
@@ -325,25 +309,17 @@ TEST(NidsPacketTest, GraphicBlockThatIsNotThere) {
   for (const auto& row : rows) {
     std::string data = whole;
     data[row.at] = row.value;
-    const TempFile file(data);
-    NidsFile nids;
-    NidsInfo info;
-    ASSERT_EQ(nids.open(file.name()), 1);
-    ASSERT_EQ(nids.readHeader(info), 1);
-    EXPECT_EQ(NidsWalk(nids).pages, row.found) << row.at;
+    Opened o(data);
+    EXPECT_EQ(NidsWalk(o.nids).pages, row.found) << row.at;
   }
   // An offset far behind the end of the file.
   std::string far = whole;
   const size_t offsets = 30 + 18 + 94;
   far[offsets] = 0x7F;
-  const TempFile file(far);
-  NidsFile nids;
-  NidsInfo info;
-  ASSERT_EQ(nids.open(file.name()), 1);
-  ASSERT_EQ(nids.readHeader(info), 1);
-  ASSERT_GT(nids.getOffGraph(), 0x7F000000);
-  EXPECT_EQ(nids.gotoGraphic(), 0);
-  EXPECT_EQ(nids.graphic(), 0);
+  Opened o(far);
+  ASSERT_GT(o.nids.getOffGraph(), 0x7F000000);
+  EXPECT_EQ(o.nids.gotoGraphic(), 0);
+  EXPECT_EQ(o.nids.graphic(), 0);
 }
 
 }  // namespace
