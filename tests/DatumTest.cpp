@@ -14,14 +14,11 @@
 #include "DatumAttr.h"
 #include "DatumPlot.h"
 #include "Domain.h"
-#include "Plot.h"
+#include "MetaTest.h"
 #include "PlotAttr.h"
 #include "Point.h"
-#include "Run.h"
-#include "TempDir.h"
 #include "Wind.h"
 #include "WindPlot.h"
-#include "Zqv.h"
 
 using namespace ZQV;
 
@@ -65,34 +62,19 @@ std::string describe(const DatumAttr& a) {
 
 /** Draws on a plane of 100 by 100 about (0, 0), which fills the square between the strips for
  * labels: one unit is 0.0092 of the page. */
-class DatumTest : public testing::Test {
+class DatumTest : public MetaTest {
  protected:
-  void SetUp() override {
-    Zqv::resrc.clear();
-    Zqv::setDatabasePath(ZQV_DATA_DIR);
-    Zqv::setMessageLevel("none");
-    Zqv::putResrc("device", ("meta," + dir.at("m")).c_str());
-  }
-  void TearDown() override {
-    Zqv::resrc.clear();
-    Zqv::setMessageLevel(6);
-    Zqv::setDatabasePath("");
-  }
   template <typename Draw>
   std::vector<Record> drawn(Draw draw) {
-    testing::internal::CaptureStdout();
-    Plot plot;
-    EXPECT_EQ(plot.open(), 1);
-    Domain plane;
-    plane.set("xy,0,0,101,101,1,1");
-    plot.setPanel(plane);
-    plot.setFont("#device");
-    plot.setLine("white");
-    plot.setFill("white");
-    draw(plot);
-    plot.close();
-    testing::internal::GetCapturedStdout();
-    return readMeta(dir.read("m"));
+    return MetaTest::drawn([&](Plot& plot) {
+      Domain plane;
+      plane.set("xy,0,0,101,101,1,1");
+      plot.setPanel(plane);
+      plot.setFont("#device");
+      plot.setLine("white");
+      plot.setFill("white");
+      draw(plot);
+    });
   }
   /** Texts as "align x,y text", places in units of the plane. */
   std::vector<std::string> texts() const {
@@ -130,8 +112,6 @@ class DatumTest : public testing::Test {
     }
     return all;
   }
-
-  TempDir dir;
 };
 
 using Texts = std::vector<std::string>;

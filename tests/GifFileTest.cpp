@@ -169,21 +169,6 @@ TEST(GifFileTest, HeaderIsWrittenToTheByte) {
   EXPECT_EQ(back.getGrn(0), 0.0F);
 }
 
-TEST(GifFileTest, TrueColourIsBroughtToATable) {
-  const TempDir dir;
-  Image image;
-  image.set(300, 2, 24);
-  image.setColorType(Image::TRUE_COLOR);
-  image.setMask(0xff0000, 0xff00, 0xff);
-  image.allocData();
-  for (int x = 0; x < 300; x++) image.setPixel(x, 1, x << 8 | 5);
-  const Image back = read(dir, write(dir, image));
-  EXPECT_EQ(back.getNumColors(), 256);
-  EXPECT_EQ(back.getVal(100, 1), 101);  // black comes first
-  EXPECT_FLOAT_EQ(back.getGrn(101), 100.0F / 255.0F);
-  EXPECT_EQ(back.getVal(270, 1), 0) << "no room in the table";
-}
-
 TEST(GifFileTest, ReadsWhatOthersWrite) {
   const TempDir dir;
   // A clear code after every two pixels keeps the width at 3 bits.
@@ -216,16 +201,6 @@ TEST(GifFileTest, ReadsWhatOthersWrite) {
   EXPECT_EQ(pixels(local), want);
   EXPECT_EQ(local.getRed(1), 1.0F);
   EXPECT_EQ(local.getGrn(1), 0.0F) << "the colours of the global table";
-}
-
-TEST(GifFileTest, InterlacedRowsAreStoredByPasses) {
-  const TempDir dir;
-  std::vector<int> list;
-  for (int y = 0; y < 10; y++) list.insert(list.end(), {4, y & 3});  // a clear before each row
-  const Image image = read(dir, file(1, 10, "", "\x02" + codes(list, 3), 0x40));
-  // Row 0, 8, then 4, then 2, 6, then 1, 3, 5, 7, 9 in the order of the file.
-  const int order[] = {0, 8, 4, 2, 6, 1, 3, 5, 7, 9};
-  for (int i = 0; i < 10; i++) EXPECT_EQ(image.getVal(0, order[i]), i & 3) << i;
 }
 
 TEST(GifFileTest, DamagedFilesGiveWhatIsThere) {

@@ -153,10 +153,7 @@ class NidsWalk {
   std::vector<Ray> rays;
   std::vector<int> rows;             ///< cells of each row
   std::vector<unsigned char> cells;  ///< levels, runs expanded
-  std::vector<float> values;         ///< their values
   std::vector<Line> texts;
-  int vectors = 0;
-  int winds = 0;
   int zero_runs = 0;
   int pages = 0;
   std::string text;  ///< the lines

@@ -8,49 +8,22 @@
 
 #include "EarthPoint.h"
 #include "EarthPoints.h"
-#include "GeomBox.h"
+#include "MetaTest.h"
 #include "PlotAttr.h"
 #include "Point.h"
-#include "Run.h"
-#include "TempDir.h"
-#include "Zqv.h"
 
 using namespace ZQV;
 
 namespace {
 
-class PlotTest : public testing::Test {
+class PlotTest : public MetaTest {
  protected:
-  void SetUp() override {
-    Zqv::resrc.clear();
-    Zqv::setDatabasePath(ZQV_DATA_DIR);
-    Zqv::setMessageLevel("none");
-    use("meta," + dir.at("m") + ",sz=1.5x1");
-  }
-  void TearDown() override {
-    Zqv::resrc.clear();
-    Zqv::setMessageLevel(6);
-    Zqv::setDatabasePath("");
-  }
-  void use(const std::string& device) const { Zqv::putResrc("device", device.c_str()); }
-  /** The records of a plot that draw() filled. */
-  template <typename Draw>
-  std::vector<Record> drawn(Draw draw) {
-    testing::internal::CaptureStdout();
-    Plot plot;
-    EXPECT_EQ(plot.open(), 1);
-    draw(plot);
-    plot.close();
-    testing::internal::GetCapturedStdout();
-    return readMeta(dir.read("m"));
-  }
+  PlotTest() : MetaTest(",sz=1.5x1") {}
   static Domain domain(const char* text) {
     Domain d;
     d.set(text);
     return d;
   }
-
-  TempDir dir;
 };
 
 }  // namespace
@@ -252,13 +225,13 @@ TEST_F(PlotTest, LabelCodes) {
               {"%D", "0915Z  5 MAR 04"}, {"%f%F.", "."},
               {"%q %", "%q %"},          {"%s%n%n", "%s1515"}};
   for (const auto& row : rows) {
-    String out;
-    plot.formatLabel(row.format, out);
-    EXPECT_STREQ(out.get(), row.expected);
+    String made;
+    plot.formatLabel(row.format, made);
+    EXPECT_STREQ(made.get(), row.expected);
   }
-  String out;
-  plot.formatLabel(std::string(300, 'x').c_str(), out);
-  EXPECT_EQ(out.getLength(), 99);
+  String made;
+  plot.formatLabel(std::string(300, 'x').c_str(), made);
+  EXPECT_EQ(made.getLength(), 99);
   int stored = 0;
   for (int i = 0; i < 40; i++) {
     stored += plot.addLabel("ul", "x");

@@ -13,6 +13,7 @@
 
 #include "Domain.h"
 #include "Image.h"
+#include "NidsMaker.h"
 #include "TempDir.h"
 
 namespace ZQV {
@@ -39,15 +40,6 @@ std::string chunk(const std::string& body) {  // type and data
   return big4(static_cast<uint32_t>(body.size() - 4)) + body + big4(static_cast<uint32_t>(crc));
 }
 
-std::string packed(const std::string& bytes) {
-  uLongf n = ::compressBound(bytes.size());
-  std::string out(n, '\0');
-  ::compress(reinterpret_cast<Bytef*>(out.data()), &n, reinterpret_cast<const Bytef*>(bytes.data()),
-             bytes.size());
-  out.resize(n);
-  return out;
-}
-
 /** @param rows  all rows with a filter byte ahead of each */
 std::string png(int w, int h, int depth, int color, const std::string& chunks,
                 const std::string& rows, int inter = 0) {
@@ -55,7 +47,7 @@ std::string png(int w, int h, int depth, int color, const std::string& chunks,
          chunk("IHDR" + big4(static_cast<uint32_t>(w)) + big4(static_cast<uint32_t>(h)) +
                std::string{static_cast<char>(depth), static_cast<char>(color), 0, 0,
                            static_cast<char>(inter)}) +
-         chunks + chunk("IDAT" + packed(rows)) + chunk("IEND");
+         chunks + chunk("IDAT" + NidsMaker::zlib(rows)) + chunk("IEND");
 }
 
 std::string text(const std::string& key, const std::string& value) {
