@@ -43,27 +43,24 @@ std::string channels(const ColorMap& map, int i) {
 }
 
 TEST(ColorMapTest, TranslatesColourTexts) {
-  struct Row {
+  constexpr struct {
     const char* fault;
     const char* text;
     int ind;
-  };
-  constexpr Row rows[] = {
-      {"AbsentText", nullptr, -1},
-      {"EndOfTheList", "END", -2},
-      {"NoColour", "none", -1},
-      {"Back", "back", -1},
-      {"FixedPenFirst", "PBLK", 500},
-      {"FixedPenLast", "ptgry", 508},
-      {"CaseOfNames", "RED", 1},
-      {"NumberUnchecked", "12", 12},
-      {"NumberThenText", "2nd", 2},
-      {"NumberBeyondInt", "99999999999", std::numeric_limits<int>::max()},
-      {"HexTooShort", "#ff00", -1},
-      {"HexOfOtherLetters", "#ff00gg", -1},
-      {"DecimalOfOtherLetters", "#25500000a", -1},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"AbsentText", nullptr, -1},
+              {"EndOfTheList", "END", -2},
+              {"NoColour", "none", -1},
+              {"Back", "back", -1},
+              {"FixedPenFirst", "PBLK", 500},
+              {"FixedPenLast", "ptgry", 508},
+              {"CaseOfNames", "RED", 1},
+              {"NumberUnchecked", "12", 12},
+              {"NumberThenText", "2nd", 2},
+              {"NumberBeyondInt", "99999999999", std::numeric_limits<int>::max()},
+              {"HexTooShort", "#ff00", -1},
+              {"HexOfOtherLetters", "#ff00gg", -1},
+              {"DecimalOfOtherLetters", "#25500000a", -1}};
+  for (const auto& row : rows) {
     ColorMap map = smallMap();
     EXPECT_EQ(map.getInd(row.text), row.ind) << row.fault;
     EXPECT_EQ(map.getNum(), 3) << row.fault << ": an entry was added";
@@ -208,11 +205,10 @@ std::string describe(const PlotAttr& a) {
 }
 
 TEST(PlotAttrTest, ReadsLongAndShortFields) {
-  struct Row {
+  constexpr struct {
     const char* text;
     const char* set;
-  };
-  constexpr Row rows[] = {
+  } rows[] = {
       {nullptr, ""},
       {"", ""},
       {"red:wi=2:st=dsh", "red w=2 s=2"},
@@ -228,9 +224,8 @@ TEST(PlotAttrTest, ReadsLongAndShortFields) {
       {"a,b:w2", "a,b w=2"},                        // a ":" anywhere makes it the separator
       {"x:wi=abc:w:s1e9:hi=1e99:zz=1:3", "x s=1"},  // not numbers, and unknown
       {"w2", "w2"},                                 // the first field is a name
-      {"a_name_of_more_than_19_characters", "a_name_of_more_than"},
-  };
-  for (const Row& row : rows) {
+      {"a_name_of_more_than_19_characters", "a_name_of_more_than"}};
+  for (const auto& row : rows) {
     EXPECT_EQ(describe(PlotAttr(row.text)), row.set) << (row.text != nullptr ? row.text : "null");
   }
   PlotAttr attr("red:w2");
@@ -251,18 +246,16 @@ TEST(PlotAttrTest, UpdateTakesWhatIsSetExceptTheShadow) {
 }
 
 TEST(PlotAttrTest, KeywordsOfFillsAndMarks) {
-  struct Row {
+  constexpr struct {
     const char* text;
     int fill;
     int marker;
-  };
-  constexpr Row rows[] = {
-      {"sol", 0, 2},   {"ST", 1, 2},  {"lst", 4, 2}, {"||", 5, 2},  {"\\\\", 6, 2},   {"//", 7, 2},
-      {"--", 8, 2},    {"xx", 9, 2},  {"0%", 10, 2}, {"9%", 19, 2}, {"12", 12, 2},    {"?", 0, 2},
-      {nullptr, 0, 2}, {"pnt", 0, 1}, {"*", 0, 3},   {"O", 0, 4},   {"X", 0, 5},      {"#", 0, 6},
-      {"tri", 0, 7},   {"dot", 0, 8}, {"v", 0, 9},   {"z", 0, 10},  {"circle", 0, 4},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"sol", 0, 2}, {"ST", 1, 2}, {"lst", 4, 2},   {"||", 5, 2},  {"\\\\", 6, 2},
+              {"//", 7, 2},  {"--", 8, 2}, {"xx", 9, 2},    {"0%", 10, 2}, {"9%", 19, 2},
+              {"12", 12, 2}, {"?", 0, 2},  {nullptr, 0, 2}, {"pnt", 0, 1}, {"*", 0, 3},
+              {"O", 0, 4},   {"X", 0, 5},  {"#", 0, 6},     {"tri", 0, 7}, {"dot", 0, 8},
+              {"v", 0, 9},   {"z", 0, 10}, {"circle", 0, 4}};
+  for (const auto& row : rows) {
     EXPECT_EQ(PlotAttr::parseFillStyle(row.text), row.fill) << row.text;
     EXPECT_EQ(PlotAttr::parseMarker(row.text), row.marker) << row.text;
   }
@@ -270,25 +263,22 @@ TEST(PlotAttrTest, KeywordsOfFillsAndMarks) {
 
 TEST(ColorFillTest, ValuesFallIntoClasses) {
   constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-  struct Row {
+  constexpr struct {
     const char* fault;
     const char* spec;
     float value;
     int ind;
     int color;
-  };
-  constexpr Row rows[] = {
-      {"BelowTheFirst", "-100:off,0:Red,5:blue", -101.0F, -1, -1},
-      {"OffHasNoColour", "-100:off,0:Red,5:blue", -50.0F, 0, -1},
-      {"OnABound", "-100:off,0:Red,5:blue", 0.0F, 1, 1},
-      {"OpenUpward", "-100:off,0:Red,5:blue", 1e9F, 2, 2},
-      {"Missing", "0:Red,5:blue", Const::FMISS, Const::MISS, -1},
-      {"NotANumber", "0:Red,5:blue", nan, -1, -1},
-      {"NoClasses", "", 5.0F, Const::MISS, Const::MISS},
-      {"SkipsUnsetBounds", "0:Red,black,10:blue", 5.0F, 1, 0},
-      {"ValueWithAttributes", "0:blue:w2,5:Red", 1.0F, 0, 2},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"BelowTheFirst", "-100:off,0:Red,5:blue", -101.0F, -1, -1},
+              {"OffHasNoColour", "-100:off,0:Red,5:blue", -50.0F, 0, -1},
+              {"OnABound", "-100:off,0:Red,5:blue", 0.0F, 1, 1},
+              {"OpenUpward", "-100:off,0:Red,5:blue", 1e9F, 2, 2},
+              {"Missing", "0:Red,5:blue", Const::FMISS, Const::MISS, -1},
+              {"NotANumber", "0:Red,5:blue", nan, -1, -1},
+              {"NoClasses", "", 5.0F, Const::MISS, Const::MISS},
+              {"SkipsUnsetBounds", "0:Red,black,10:blue", 5.0F, 1, 0},
+              {"ValueWithAttributes", "0:blue:w2,5:Red", 1.0F, 0, 2}};
+  for (const auto& row : rows) {
     ColorMap map = smallMap();
     ColorFill fill;
     fill.set(map, row.spec);
@@ -320,15 +310,13 @@ std::string indices(const ColorFill& fill) {
 }
 
 TEST(ColorFillTest, RangesWalkEitherWayUpToTheCapacity) {
-  struct Row {
+  constexpr struct {
     const char* spec;
     const char* indices;
-  };
-  constexpr Row rows[] = {
-      {"16-18", "16 17 18 "}, {"18-16,2", "18 17 16 2 "}, {"5-5", "5 "}, {"Red:w2-blue", "1 2 "},
-      {"12", "12 "},          {"Red,", "1 -1 "},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"16-18", "16 17 18 "}, {"18-16,2", "18 17 16 2 "},
+              {"5-5", "5 "},          {"Red:w2-blue", "1 2 "},
+              {"12", "12 "},          {"Red,", "1 -1 "}};
+  for (const auto& row : rows) {
     ColorMap map = smallMap();
     ColorFill fill;
     fill.set(map, row.spec);

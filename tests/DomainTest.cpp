@@ -120,12 +120,11 @@ TEST(Domain, DiagramsRoundTrip) {
 }
 
 TEST(Domain, DiagramFormulas) {
-  struct Row {
+  const struct {
     int proj;
     EarthPoint e;
     double x, y;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {Domain::PIXEL, {3, 4}, 3, -4},
       {Domain::XY, {3, 4}, 3, 4},
       {Domain::XLOGP, {3, 500}, 3, -6.214608},
@@ -134,9 +133,8 @@ TEST(Domain, DiagramFormulas) {
       // ln of the potential temperature of 20 C at 500 mb: 293.15 * 2^0.286 = 357.43
       {Domain::RTEPH, {20, 500}, 20, 5.878942},
       // The scale at the centre is -ln(1000); x moves by dx / dy = 50 for each unit of ln p.
-      {Domain::SKEWT, {0, 500}, 50 * 0.693147, -6.214608},
-  };
-  for (const Row& row : rows) {
+      {Domain::SKEWT, {0, 500}, 50 * 0.693147, -6.214608}};
+  for (const auto& row : rows) {
     Domain domain = diagram(row.proj, 0, 1000);
     EarthPoint e = row.e;
     Point p;
@@ -168,21 +166,18 @@ TEST(Domain, TephIsTurnedInTheView) {
 }
 
 TEST(Domain, RefusesWhatCannotBeShown) {
-  struct Row {
+  const struct {
     const char* fault;
     const char* field;
     EarthPoint e;
-  };
-  const Row rows[] = {
-      {"antipode of the equator", "la:0:0", {0, 180}},
-      {"antipode where cosines round", "la:40:-100", {-40, 80}},
-      {"antipode of a pole", "la:90:0", {-90, 0}},
-      {"just behind the rim", "or:0:0", {0, 90.1F}},
-      {"other side", "or:35:-90", {-35, 90}},
-      {"behind the limb", "sat:0:-75", {0, 10}},
-      {"pole from space", "sat:e:0:-75", {90, -75}},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"antipode of the equator", "la:0:0", {0, 180}},
+              {"antipode where cosines round", "la:40:-100", {-40, 80}},
+              {"antipode of a pole", "la:90:0", {-90, 0}},
+              {"just behind the rim", "or:0:0", {0, 90.1F}},
+              {"other side", "or:35:-90", {-35, 90}},
+              {"behind the limb", "sat:0:-75", {0, 10}},
+              {"pole from space", "sat:e:0:-75", {90, -75}}};
+  for (const auto& row : rows) {
     Domain domain = make(row.field);
     EarthPoint e = row.e;
     Point p(1, 1);
@@ -193,17 +188,14 @@ TEST(Domain, RefusesWhatCannotBeShown) {
 }
 
 TEST(Domain, RefusesPlacesOffTheDisc) {
-  struct Row {
+  const struct {
     const char* field;
     Point p;
-  };
-  const Row rows[] = {
-      {"la:40:-100", {100, 80}}, {"or:35:-90", {50, 45}},
-      {"mo:0:0", {0, 63.8F}},    {"mo:0:0", {100, 40}},
-      {"sat:0:-75", {0, 75}},    {"sat:0:-75:421.64:1", {75, 0}},
-      {"sat:e:0:-75", {60, 60}}, {"sat:e:0:-75:421.64:1", {0, -75}},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"la:40:-100", {100, 80}}, {"or:35:-90", {50, 45}},
+              {"mo:0:0", {0, 63.8F}},    {"mo:0:0", {100, 40}},
+              {"sat:0:-75", {0, 75}},    {"sat:0:-75:421.64:1", {75, 0}},
+              {"sat:e:0:-75", {60, 60}}, {"sat:e:0:-75:421.64:1", {0, -75}}};
+  for (const auto& row : rows) {
     Domain domain = make(row.field);
     EarthPoint e(1, 1);
     EXPECT_EQ(domain.tran(row.p, e), 0) << row.field;
@@ -227,17 +219,14 @@ TEST(Domain, OrthoShowsItsRim) {
 
 // What the projection limits is written back to the caller's point, except on MERC.
 TEST(Domain, LimitsLatitude) {
-  struct Row {
+  const struct {
     const char* field;
     float lat, left, drawn;
-  };
-  const Row rows[] = {
-      {"ps:90:0", -80, -75, -75},       {"ps:-90:0", 89, 75, 75},
-      {"ps:90:0", -75, -75, -75},       {"lc:40:0", -90, -89.99F, -89.99F},
-      {"lc:-40:0", 90, 89.99F, 89.99F}, {"me:0:0", 90, 90, 89.9F},
-      {"me:e:0:0", -90, -90, -89.9F},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"ps:90:0", -80, -75, -75},       {"ps:-90:0", 89, 75, 75},
+              {"ps:90:0", -75, -75, -75},       {"lc:40:0", -90, -89.99F, -89.99F},
+              {"lc:-40:0", 90, 89.99F, 89.99F}, {"me:0:0", 90, 90, 89.9F},
+              {"me:e:0:0", -90, -90, -89.9F}};
+  for (const auto& row : rows) {
     Domain domain = make(row.field);
     EarthPoint e(row.lat, 20);
     EarthPoint limit(row.drawn, 20);
@@ -613,14 +602,13 @@ TEST(Domain, LambertDirectionsFirst) {
 }
 
 TEST(Domain, ScalesToAPicture) {
-  struct Row {
-    int cols, rows;
-    float dx;
-  };
   // The domain is 24 by 16. A wider picture is filled from top to bottom, a taller one from side to
   // side.
-  const Row rows[] = {{25, 17, 1}, {640, 480, 24.0F / 639}, {201, 101, 0.16F}, {101, 201, 0.24F}};
-  for (const Row& row : rows) {
+  const struct {
+    int cols, rows;
+    float dx;
+  } rows[] = {{25, 17, 1}, {640, 480, 24.0F / 639}, {201, 101, 0.16F}, {101, 201, 0.24F}};
+  for (const auto& row : rows) {
     Domain domain = make("ps:90:-100");
     EXPECT_EQ(domain.scaleSize(row.cols, row.rows), 1);
     EXPECT_EQ(domain.getNx(), row.cols);
@@ -698,18 +686,16 @@ TEST(Domain, WrapsLinesAtTheSeam) {
   };
   const double lamb = 2 * 80 * std::sin(3.14159265 * std::sin(25 * DEG)) /
                       std::cos(3.14159265 * std::sin(25 * DEG));
-  const Row rows[] = {
-      {"ll:0:0", 175, -175, 0, 1, 360},
-      {"ll:0:0", -175, 175, 0, -1, -360},
-      {"ll:0:0", 10, -70, 0, 0, 0},
-      {"ll:0:0", 10, -81, 0, 1, 360},
-      {"me:0:0", 195, -195, 0, 1, 400.31558},
-      {"ps:90:0", 195, -195, 0, 0, 0},
-      {"mo:0:0", 120, -120, 0, 1, 4 * 63.7122},
-      {"mo:0:0", 120, -120, 70, 0, 0},
-      {"lc:40:0:25:25", 100, -100, -80, 1, lamb},
-      {"lc:40:0:60:60", 100, -100, -80, 0, 0},
-  };
+  const Row rows[] = {{"ll:0:0", 175, -175, 0, 1, 360},
+                      {"ll:0:0", -175, 175, 0, -1, -360},
+                      {"ll:0:0", 10, -70, 0, 0, 0},
+                      {"ll:0:0", 10, -81, 0, 1, 360},
+                      {"me:0:0", 195, -195, 0, 1, 400.31558},
+                      {"ps:90:0", 195, -195, 0, 0, 0},
+                      {"mo:0:0", 120, -120, 0, 1, 4 * 63.7122},
+                      {"mo:0:0", 120, -120, 70, 0, 0},
+                      {"lc:40:0:25:25", 100, -100, -80, 1, lamb},
+                      {"lc:40:0:60:60", 100, -100, -80, 0, 0}};
   for (const Row& row : rows) {
     const Domain domain = make(row.field);
     Point p1(row.x1, row.y);
@@ -774,23 +760,20 @@ TEST(Domain, TextRoundTrips) {
 }
 
 TEST(Domain, StrictText) {
-  struct Row {
+  const struct {
     const char* text;
     int result;
     int proj;
-  };
-  const Row rows[] = {
-      {"pstereo:60:-100,40,-95,25,17,1.2,1.2", 1, 1},
-      {"merc:e:0:-100:::,40,-95,25,17,1,1", 1, 3},
-      {"latlon", 1, 2},
-      {"nothing", 1, -1},
-      {"pstereo,40,-95", 0, Const::MISS},
-      {"pstereo,40,-95,25,17,1.2", 0, Const::MISS},
-      {",40,-95,25,17,1,1", 0, Const::MISS},
-      {"", 0, Const::MISS},
-      {nullptr, 0, Const::MISS},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"pstereo:60:-100,40,-95,25,17,1.2,1.2", 1, 1},
+              {"merc:e:0:-100:::,40,-95,25,17,1,1", 1, 3},
+              {"latlon", 1, 2},
+              {"nothing", 1, -1},
+              {"pstereo,40,-95", 0, Const::MISS},
+              {"pstereo,40,-95,25,17,1.2", 0, Const::MISS},
+              {",40,-95,25,17,1,1", 0, Const::MISS},
+              {"", 0, Const::MISS},
+              {nullptr, 0, Const::MISS}};
+  for (const auto& row : rows) {
     Domain domain = make("ps:90:-100");
     EXPECT_EQ(domain.set(row.text), row.result) << (row.text == nullptr ? "null" : row.text);
     EXPECT_EQ(domain.getProj(), row.proj);

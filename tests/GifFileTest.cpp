@@ -119,15 +119,14 @@ std::string comment(const std::string& text) {
 
 TEST(GifFileTest, WrittenPicturesAreReadByUsAndByGiflib) {
   const TempDir dir;
-  struct Row {
+  // Table full and code widths growing in the noisy ones, strings as long as rows in the flat ones.
+  const struct {
     int width, height, num;
     bool noisy;
-  };
-  // Table full and code widths growing in the noisy ones, strings as long as rows in the flat ones.
-  const Row rows[] = {{1, 1, 1, false},       {5, 3, 2, true},      {4, 9, 3, true},
-                      {640, 200, 16, false},  {100, 100, 17, true}, {333, 77, 256, true},
-                      {600, 500, 256, false}, {2000, 3, 4, true},   {9, 2, 200, true}};
-  for (const Row& row : rows) {
+  } rows[] = {{1, 1, 1, false},       {5, 3, 2, true},      {4, 9, 3, true},
+              {640, 200, 16, false},  {100, 100, 17, true}, {333, 77, 256, true},
+              {600, 500, 256, false}, {2000, 3, 4, true},   {9, 2, 200, true}};
+  for (const auto& row : rows) {
     for (const int inter : {0, 1}) {
       SCOPED_TRACE(std::to_string(row.width) + " " + std::to_string(row.num) + " " +
                    std::to_string(inter));
@@ -174,22 +173,19 @@ TEST(GifFileTest, ReadsWhatOthersWrite) {
   // A clear code after every two pixels keeps the width at 3 bits.
   const std::string data = "\x02" + codes({4, 1, 2, 4, 3, 0, 4, 1, 2, 5}, 3);
   const std::string want("\1\2\3\0\1\2", 6);
-  struct Row {
+  const struct {
     std::string blocks;
     int trans;
     std::string info;
     float clat;
-  };
-  const Row rows[] = {
-      {"", -1, "GIF", Const::FMISS},
-      {std::string("!\xf9\x04\0\x05\0\0\0", 8), 0, "GIF", Const::FMISS},  // flag not set
-      {std::string("!\xff\x0bNETSCAPE2.0\x03\x01\0\0\0", 19), -1, "GIF", Const::FMISS},
-      {comment("a,ti=One,ti=Two"), -1, "Two", Const::FMISS},
-      {comment("ti=T,pd=latlon,40,-90,3,2,0.5,0.5"), -1, "T", 40.0F},
-      {comment("proj=latlon,41,-90,9,9,0.5,0.5"), -1, "GIF", 41.0F},
-      {comment("") + "!\x01" + comment("ti=Z"), -1, "Z", Const::FMISS},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"", -1, "GIF", Const::FMISS},
+              {std::string("!\xf9\x04\0\x05\0\0\0", 8), 0, "GIF", Const::FMISS},  // flag not set
+              {std::string("!\xff\x0bNETSCAPE2.0\x03\x01\0\0\0", 19), -1, "GIF", Const::FMISS},
+              {comment("a,ti=One,ti=Two"), -1, "Two", Const::FMISS},
+              {comment("ti=T,pd=latlon,40,-90,3,2,0.5,0.5"), -1, "T", 40.0F},
+              {comment("proj=latlon,41,-90,9,9,0.5,0.5"), -1, "GIF", 41.0F},
+              {comment("") + "!\x01" + comment("ti=Z"), -1, "Z", Const::FMISS}};
+  for (const auto& row : rows) {
     const Image image = read(dir, file(3, 2, row.blocks, data));
     EXPECT_EQ(pixels(image), want) << row.blocks;
     EXPECT_EQ(image.getTransColor(), row.trans) << row.blocks;
@@ -291,16 +287,14 @@ TEST(GifFileTest, AnimationTakesFramesOfOtherFiles) {
 
 TEST(ImageFileTest, FindsTheTypeOfAFile) {
   const TempDir dir;
-  struct Row {
+  const struct {
     const char* name;
     const char* bytes;
     int by_content;
     int by_name;
-  };
-  const Row rows[] = {{"a.GIF", "GIF89a", 3, 3},      {"b", "\x89PNG\r\n", 4, 0},
-                      {"c.imgz", "ZQVIMG4Z\n", 1, 2}, {"d.png", "", 0, 4},
-                      {"e.img", "xx", 0, 1},          {"f.txt", "GI", 0, 0}};
-  for (const Row& row : rows) {
+  } rows[] = {{"a.GIF", "GIF89a", 3, 3}, {"b", "\x89PNG\r\n", 4, 0}, {"c.imgz", "ZQVIMG4Z\n", 1, 2},
+              {"d.png", "", 0, 4},       {"e.img", "xx", 0, 1},      {"f.txt", "GI", 0, 0}};
+  for (const auto& row : rows) {
     const std::string path = dir.write(row.name, row.bytes);
     EXPECT_EQ(ImageFile::checkType(path.c_str()), row.by_content) << row.name;
     EXPECT_EQ(ImageFile::checkFilename(row.name), row.by_name) << row.name;

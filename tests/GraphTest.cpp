@@ -110,18 +110,16 @@ TEST_F(GraphTest, ViewportsKeepTheirShape) {
   Rect margins;
   margins.xmin = margins.ymin = margins.xmax = margins.ymax = -0.05F;
   const float inf = std::numeric_limits<float>::infinity();
-  const Row rows[] = {
-      {"Margins", margins, 0.0F, 2, 2, "0.05 0.05 1.95 0.95"},
-      {"WideCentred", Rect(0, 0, 2, 1), 4.0F, 2, 2, "0 0.25 2 0.75"},
-      {"WideBottom", Rect(0, 0, 2, 1), 4.0F, 1, 1, "0 0 2 0.5"},
-      {"WideTop", Rect(0, 0, 2, 1), 4.0F, 3, 3, "0 0.5 2 1"},
-      {"TallLeft", Rect(0, 0, 2, 1), 0.5F, 1, 2, "0 0 0.5 1"},
-      {"TallRight", Rect(0, 0, 2, 1), 0.5F, 3, 2, "1.5 0 2 1"},
-      {"TallCentred", Rect(0, 0, 2, 1), 0.5F, 0, 0, "0.75 0 1.25 1"},
-      {"AspectOfOneRow", Rect(0, 0, 2, 1), inf, 2, 2, "0 0 2 1"},
-      {"NoAspect", Rect(0, 0, 2, 1), NOT_A_NUMBER, 2, 2, "0 0 2 1"},
-      {"NoExtent", Rect(1, 0.5F, 1, 0.5F), 1.0F, 2, 2, "1 0.5 1 0.5"},
-  };
+  const Row rows[] = {{"Margins", margins, 0.0F, 2, 2, "0.05 0.05 1.95 0.95"},
+                      {"WideCentred", Rect(0, 0, 2, 1), 4.0F, 2, 2, "0 0.25 2 0.75"},
+                      {"WideBottom", Rect(0, 0, 2, 1), 4.0F, 1, 1, "0 0 2 0.5"},
+                      {"WideTop", Rect(0, 0, 2, 1), 4.0F, 3, 3, "0 0.5 2 1"},
+                      {"TallLeft", Rect(0, 0, 2, 1), 0.5F, 1, 2, "0 0 0.5 1"},
+                      {"TallRight", Rect(0, 0, 2, 1), 0.5F, 3, 2, "1.5 0 2 1"},
+                      {"TallCentred", Rect(0, 0, 2, 1), 0.5F, 0, 0, "0.75 0 1.25 1"},
+                      {"AspectOfOneRow", Rect(0, 0, 2, 1), inf, 2, 2, "0 0 2 1"},
+                      {"NoAspect", Rect(0, 0, 2, 1), NOT_A_NUMBER, 2, 2, "0 0 2 1"},
+                      {"NoExtent", Rect(1, 0.5F, 1, 0.5F), 1.0F, 2, 2, "1 0.5 1 0.5"}};
   for (const Row& row : rows) {
     graph.setViewportAspect(row.rect, row.aspect, row.halign, row.valign);
     EXPECT_EQ(text(graph.getViewport()), row.view) << row.fault;
@@ -154,18 +152,16 @@ TEST_F(GraphTest, TellsTheDeviceOnlyOfChanges) {
 }
 
 TEST_F(GraphTest, RejectsWhatLiesOutsideTheWindow) {
-  struct Row {
+  constexpr struct {
     const char* fault;
     float x1, y1, x2, y2;
     int drawn;
-  };
-  constexpr Row rows[] = {
-      {"Left", -2.0F, 0.2F, -1.0F, 0.4F, 0},    {"Right", 2.1F, 0.2F, 3.0F, 0.4F, 0},
-      {"Below", 0.0F, -0.2F, 1.0F, -0.1F, 0},   {"Above", 0.0F, 1.1F, 1.0F, 2.0F, 0},
-      {"Across", -1.0F, 0.5F, 3.0F, 0.5F, 1},   {"OnlyItsBoxOverlaps", -1.0F, 0.9F, 0.1F, 3.0F, 1},
-      {"OnTheEdge", 2.0F, 0.0F, 3.0F, 0.4F, 1},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {
+      {"Left", -2.0F, 0.2F, -1.0F, 0.4F, 0},   {"Right", 2.1F, 0.2F, 3.0F, 0.4F, 0},
+      {"Below", 0.0F, -0.2F, 1.0F, -0.1F, 0},  {"Above", 0.0F, 1.1F, 1.0F, 2.0F, 0},
+      {"Across", -1.0F, 0.5F, 3.0F, 0.5F, 1},  {"OnlyItsBoxOverlaps", -1.0F, 0.9F, 0.1F, 3.0F, 1},
+      {"OnTheEdge", 2.0F, 0.0F, 3.0F, 0.4F, 1}};
+  for (const auto& row : rows) {
     Points p;
     p.add(row.x1, row.y1);
     EXPECT_EQ(graph.drawLine(p), 0) << row.fault << ": a single point";
@@ -211,22 +207,19 @@ TEST_F(GraphTest, ShadowsOfLinesLieBelowThem) {
 TEST_F(GraphTest, PlacesTextByAlignment) {
   // A text height of 0.21 is 105 device units, so that a font unit is a device unit. "A" is 40
   // wide.
-  struct Row {
+  constexpr struct {
     const char* fault;
     int halign;
     int valign;
     const char* line;
-  };
-  constexpr Row rows[] = {
-      {"Default", 0, 0, "polyline 4 500,250 540,145"},
-      {"TopLeft", 1, 1, "polyline 4 500,375 540,270"},
-      {"CapCentre", 2, 2, "polyline 4 480,355 520,250"},
-      {"HalfRight", 3, 3, "polyline 4 460,300 500,195"},
-      {"Base", 1, 4, "polyline 4 500,250 540,145"},
-      {"Bottom", 1, 5, "polyline 4 500,215 540,110"},
-  };
+  } rows[] = {{"Default", 0, 0, "polyline 4 500,250 540,145"},
+              {"TopLeft", 1, 1, "polyline 4 500,375 540,270"},
+              {"CapCentre", 2, 2, "polyline 4 480,355 520,250"},
+              {"HalfRight", 3, 3, "polyline 4 460,300 500,195"},
+              {"Base", 1, 4, "polyline 4 500,250 540,145"},
+              {"Bottom", 1, 5, "polyline 4 500,215 540,110"}};
   graph.setTextHeight(0.21F);
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     graph.setTextAlign(row.halign, row.valign);
     graph.drawText(1.0F, 0.5F, "A");
     EXPECT_THAT(told(), ElementsAre(row.line)) << row.fault;
@@ -234,23 +227,20 @@ TEST_F(GraphTest, PlacesTextByAlignment) {
 }
 
 TEST_F(GraphTest, AdvancesFromCharacterToCharacter) {
-  struct Row {
+  constexpr struct {
     const char* fault;
     const char* text;
     float char_width;
     float expan;
     const char* places;
-  };
-  constexpr Row rows[] = {
-      {"GapOf25", "AA", 0.0F, 1.0F, "0,250 40,145 | 65,250 105,145"},
-      {"Blank", "A A", 0.0F, 1.0F, "0,250 40,145 | 130,250 170,145"},
-      {"Unknown", "A\xffZA", 0, 1.0F, "0,250 40,145 | 65,250 105,145"},
-      {"Expanded", "AA", 0.0F, 2.0F, "0,250 80,145 | 130,250 210,145"},
-      {"Fixed", "A A", 1.0F, 1.0F, "30,250 70,145 | 280,250 320,145"},
-      {"Nothing", "", 0.0F, 1.0F, ""},
-  };
+  } rows[] = {{"GapOf25", "AA", 0.0F, 1.0F, "0,250 40,145 | 65,250 105,145"},
+              {"Blank", "A A", 0.0F, 1.0F, "0,250 40,145 | 130,250 170,145"},
+              {"Unknown", "A\xffZA", 0, 1.0F, "0,250 40,145 | 65,250 105,145"},
+              {"Expanded", "AA", 0.0F, 2.0F, "0,250 80,145 | 130,250 210,145"},
+              {"Fixed", "A A", 1.0F, 1.0F, "30,250 70,145 | 280,250 320,145"},
+              {"Nothing", "", 0.0F, 1.0F, ""}};
   graph.setTextHeight(0.21F);
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     graph.setTextCharWidth(row.char_width);
     graph.setTextExpansion(row.expan);
     graph.drawText(0.0F, 0.5F, row.text);

@@ -152,17 +152,16 @@ TEST(VarList, DecodesAgainstTheFile) {
   EXPECT_EQ(vars.readFile("none.var"), 0);
   EXPECT_EQ(vars.readFile("my.var"), 1);
   EXPECT_EQ(vars.decode("cid,VIL:un=in:la=1:lb=Water,\"new:fm=ur,%.1f\",map,,vil:la=x"), 1);
-  struct Row {
+  const struct {
     const char *name, *units, *format;
     int layer;
     const char* label;
-  };
-  const Row rows[] = {{"cid", "", "text,ul", 0, "Storm ID"},
-                      {"VIL", "in", "value,fm=%.0f", 1, "Water [in]"},
-                      {"new", "", "ur,%.1f", 0, "new"},
-                      {"map", "", "", 0, "map"},
-                      {"vil", "kg/m^2", "value,fm=%.0f", 2, "Liquid [kg/m^2]"},
-                      {"", "", "", 0, ""}};
+  } rows[] = {{"cid", "", "text,ul", 0, "Storm ID"},
+              {"VIL", "in", "value,fm=%.0f", 1, "Water [in]"},
+              {"new", "", "ur,%.1f", 0, "new"},
+              {"map", "", "", 0, "map"},
+              {"vil", "kg/m^2", "value,fm=%.0f", 2, "Liquid [kg/m^2]"},
+              {"", "", "", 0, ""}};
   ASSERT_EQ(vars.getNum(), 5);
   for (int i = 0; i <= 5; i++) {
     String label;

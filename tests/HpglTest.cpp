@@ -43,24 +43,21 @@ class HpglTest : public testing::Test {
 };
 
 TEST_F(HpglTest, FollowsItsParameters) {
-  struct Row {
+  constexpr struct {
     const char* params;
     float width, height;
     const char* text;
-  };
-  constexpr Row rows[] = {
-      {"", 756.0F, 576.0F, "IN;SP1;PA;\nPW0.3;SV;LT;\nSP;PG;\n"},
-      {",pcl", 756.0F, 576.0F,
-       "\033E\033%1B\033&l1O\nIN;SP1;PA;\nPW0.3;SV;LT;\nSP;PG;\n\033%0A\033E"},
-      {",LJ,lwidth=0.5", 756.0F, 576.0F,
-       "\033E\033%1B\033&l1O\nIN;SP1;PA;\nRO90;\nPW0.5;SV;LT;\nSP;PG;\n\033%0A\033E"},
-      {",pcl,nopcl,port", 756.0F, 576.0F, "IN;SP1;PA;\nRO90;\nPW0.3;SV;LT;\nSP;PG;\n"},
-      {",rot=270", 756.0F, 576.0F, "IN;SP1;PA;\nRO270;\nPW0.3;SV;LT;\nSP;PG;\n"},
-      {",rot=45,sz=2:1", 2030.0F, 1015.0F, "IN;SP1;PA;\nPW0.3;SV;LT;\nSP;PG;\n"},
-      {",roll=36", 36.0F * 1015.0F, 23.0F * 1015.0F, "IN;SP1;PA;\nPW0.3;SV;LT;\nSP;PG;\n"},
-      {",a3,sz=-1:5", 756.0F, 576.0F, "IN;SP1;PA;\nPW0.3;SV;LT;\nSP;PG;\n"},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"", 756.0F, 576.0F, "IN;SP1;PA;\nPW0.3;SV;LT;\nSP;PG;\n"},
+              {",pcl", 756.0F, 576.0F,
+               "\033E\033%1B\033&l1O\nIN;SP1;PA;\nPW0.3;SV;LT;\nSP;PG;\n\033%0A\033E"},
+              {",LJ,lwidth=0.5", 756.0F, 576.0F,
+               "\033E\033%1B\033&l1O\nIN;SP1;PA;\nRO90;\nPW0.5;SV;LT;\nSP;PG;\n\033%0A\033E"},
+              {",pcl,nopcl,port", 756.0F, 576.0F, "IN;SP1;PA;\nRO90;\nPW0.3;SV;LT;\nSP;PG;\n"},
+              {",rot=270", 756.0F, 576.0F, "IN;SP1;PA;\nRO270;\nPW0.3;SV;LT;\nSP;PG;\n"},
+              {",rot=45,sz=2:1", 2030.0F, 1015.0F, "IN;SP1;PA;\nPW0.3;SV;LT;\nSP;PG;\n"},
+              {",roll=36", 36.0F * 1015.0F, 23.0F * 1015.0F, "IN;SP1;PA;\nPW0.3;SV;LT;\nSP;PG;\n"},
+              {",a3,sz=-1:5", 756.0F, 576.0F, "IN;SP1;PA;\nPW0.3;SV;LT;\nSP;PG;\n"}};
+  for (const auto& row : rows) {
     EXPECT_EQ(page(dir.at("a.hpgl") + row.params,
                    [&](Hpgl& device) {
                      EXPECT_FLOAT_EQ(device.getWidth(), row.width) << row.params;

@@ -75,23 +75,20 @@ std::string text(const RGB& rgb) {
 }
 
 TEST(ImageTest, StoresPixelsOfEachWidthAndOrder) {
-  struct Row {
+  const struct {
     int bits;
     int order;
     int value;
     int got;
     std::vector<int> bytes;
-  };
-  const Row rows[] = {
-      {8, 1, 0x1ff, 0xff, {0xff}},
-      {16, 1, 0x12345, 0x2345, {0x23, 0x45}},
-      {16, 0, 0x12345, 0x2345, {0x45, 0x23}},
-      {24, 1, 0x123456, 0x123456, {0x12, 0x34, 0x56}},
-      {24, 0, 0x123456, 0x123456, {0x56, 0x34, 0x12}},
-      {32, 1, -2, -2, {0xff, 0xff, 0xff, 0xfe}},
-      {32, 0, -2, -2, {0xfe, 0xff, 0xff, 0xff}},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{8, 1, 0x1ff, 0xff, {0xff}},
+              {16, 1, 0x12345, 0x2345, {0x23, 0x45}},
+              {16, 0, 0x12345, 0x2345, {0x45, 0x23}},
+              {24, 1, 0x123456, 0x123456, {0x12, 0x34, 0x56}},
+              {24, 0, 0x123456, 0x123456, {0x56, 0x34, 0x12}},
+              {32, 1, -2, -2, {0xff, 0xff, 0xff, 0xfe}},
+              {32, 0, -2, -2, {0xfe, 0xff, 0xff, 0xff}}};
+  for (const auto& row : rows) {
     Image image = make({{0, 0, 0}, {0, 0, 0}}, row.bits);
     image.setByteOrder(row.order);
     EXPECT_EQ(image.setPixel(1, 1, row.value), 1);
@@ -132,16 +129,15 @@ TEST(ImageTest, SixteenBitPixelsIgnoreTheByteOrder) {
 }
 
 TEST(ImageTest, SizesBeyondReasonHaveNoStore) {
-  struct Row {
+  constexpr struct {
     int w, h, bits;
     int result;
     bool valid;
-  };
-  constexpr Row rows[] = {{2, 2, 8, 1, true},          {0, 5, 8, 1, false},
-                          {-5, 5, 8, 1, false},        {5, -5, 8, 1, false},
-                          {60000, 60000, 8, 0, false}, {2000000000, 2000000000, 32, 0, false},
-                          {3, 3, 1, 1, false}};
-  for (const Row& row : rows) {
+  } rows[] = {{2, 2, 8, 1, true},          {0, 5, 8, 1, false},
+              {-5, 5, 8, 1, false},        {5, -5, 8, 1, false},
+              {60000, 60000, 8, 0, false}, {2000000000, 2000000000, 32, 0, false},
+              {3, 3, 1, 1, false}};
+  for (const auto& row : rows) {
     Image image;
     image.set(row.w, row.h, row.bits);
     EXPECT_EQ(image.allocData(), row.result) << row.w;
@@ -194,31 +190,28 @@ TEST(ImageTest, ReadsColours) {
 }
 
 TEST(ImageTest, SamplesWithinALevelClass) {
-  struct Row {
+  const struct {
     const char* fault;
     const char* cutoff;
     Rows rows;
     float x, y;
     int value;
-  };
-  const Row rows[] = {
-      {"AllEqual", "", {{5, 5}, {5, 5}}, 0.3F, 0.7F, 5},
-      {"Interpolates", "", {{0, 10}, {20, 30}}, 0.25F, 0.5F, 13},
-      {"Rounds", "", {{0, 1}, {0, 1}}, 0.5F, 0.0F, 1},
-      // Deliberate: the last column and row are off the image.
-      {"LastColumn", "", {{7, 7}, {7, 7}}, 1.0F, 0.0F, 0},
-      {"LastRow", "", {{7, 7}, {7, 7}}, 0.0F, 1.0F, 0},
-      {"Left", "", {{7, 7}, {7, 7}}, -0.01F, 0.0F, 0},
-      {"NotANumber", "", {{7, 7}, {7, 7}}, NOT_A_NUMBER, 0.0F, 0},
-      {"NoDataStandsForItsClass", "0:7:13", {{0, 11}, {0, 11}}, 0.5F, 0.0F, 9},
-      {"NoDataStaysNoData", "0:7:13", {{0, 8}, {0, 8}}, 0.25F, 0.0F, 0},
-      {"TwoClassesNearest", "0:7:13", {{5, 11}, {5, 11}}, 0.6F, 0.0F, 11},
-      {"TwoClassesNearestBelow", "0:7:13", {{5, 5}, {11, 11}}, 0.0F, 0.5F, 5},
-      {"LowestClass", "0:7:13", {{0, 6}, {0, 6}}, 0.5F, 0.0F, 3},
-      {"HighestClass", "0:7:13", {{20, 30}, {20, 30}}, 0.5F, 0.0F, 25},
-      {"BaseAlone", "255", {{255, 10}, {255, 10}}, 0.5F, 0.0F, 133},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"AllEqual", "", {{5, 5}, {5, 5}}, 0.3F, 0.7F, 5},
+              {"Interpolates", "", {{0, 10}, {20, 30}}, 0.25F, 0.5F, 13},
+              {"Rounds", "", {{0, 1}, {0, 1}}, 0.5F, 0.0F, 1},
+              // Deliberate: the last column and row are off the image.
+              {"LastColumn", "", {{7, 7}, {7, 7}}, 1.0F, 0.0F, 0},
+              {"LastRow", "", {{7, 7}, {7, 7}}, 0.0F, 1.0F, 0},
+              {"Left", "", {{7, 7}, {7, 7}}, -0.01F, 0.0F, 0},
+              {"NotANumber", "", {{7, 7}, {7, 7}}, NOT_A_NUMBER, 0.0F, 0},
+              {"NoDataStandsForItsClass", "0:7:13", {{0, 11}, {0, 11}}, 0.5F, 0.0F, 9},
+              {"NoDataStaysNoData", "0:7:13", {{0, 8}, {0, 8}}, 0.25F, 0.0F, 0},
+              {"TwoClassesNearest", "0:7:13", {{5, 11}, {5, 11}}, 0.6F, 0.0F, 11},
+              {"TwoClassesNearestBelow", "0:7:13", {{5, 5}, {11, 11}}, 0.0F, 0.5F, 5},
+              {"LowestClass", "0:7:13", {{0, 6}, {0, 6}}, 0.5F, 0.0F, 3},
+              {"HighestClass", "0:7:13", {{20, 30}, {20, 30}}, 0.5F, 0.0F, 25},
+              {"BaseAlone", "255", {{255, 10}, {255, 10}}, 0.5F, 0.0F, 133}};
+  for (const auto& row : rows) {
     Image image = make(row.rows);
     image.setCutoff(row.cutoff);
     EXPECT_EQ(image.getPixel(row.x, row.y), row.value) << row.fault;
@@ -243,14 +236,12 @@ TEST(ImageTest, SamplesOtherKindsAtTheNearestPixel) {
 }
 
 TEST(ImageTest, TranslatesPhysicalValues) {
-  struct Row {
+  constexpr struct {
     float value;
     int without;
     int with;
-  };
-  constexpr Row rows[] = {{-5.0F, 0, 0},         {0.0F, 0, 0},     {9.9F, 9, 0},
-                          {10.0F, 10, 1},        {25.0F, 25, 255}, {500.0F, 255, 255},
-                          {NOT_A_NUMBER, 0, 255}};
+  } rows[] = {{-5.0F, 0, 0},    {0.0F, 0, 0},       {9.9F, 9, 0},          {10.0F, 10, 1},
+              {25.0F, 25, 255}, {500.0F, 255, 255}, {NOT_A_NUMBER, 0, 255}};
   Image image = make({{0, 1}, {2, 3}});
   Image table = image;
   EXPECT_EQ(image.setValue(0, 1.0F), 0) << "no table";
@@ -258,7 +249,7 @@ TEST(ImageTest, TranslatesPhysicalValues) {
   FloatArray values;
   for (const float v : {0.0F, 10.0F, 20.0F}) values.add(v);
   table.setValues(values);
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     EXPECT_EQ(image.getIndex(row.value), row.without) << row.value;
     EXPECT_EQ(table.getIndex(row.value), row.with) << row.value;
   }
@@ -330,11 +321,10 @@ Image remapSlowly(const Image& source, const Domain& domain) {
 // A way within the plane must give what the one over the earth does, to the pixel: at poles, across
 // the gap of a cone, past the edge of a map, on cells as small as the rounding of latitudes.
 TEST(ImageMathTest, RemapWithinOnePlaneIsThatOverTheEarth) {
-  struct Row {
+  const struct {
     const char* source;
     const char* target;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"lamb:40:-97:33:45,38,-96,200,150,0.2,0.2", "lamb:40:-97:33:45,39,-95,333,201,0.1,0.11"},
       {"lamb:40:-97:33:45,38,-96,200,150,0.2,0.2", "lamb:40:-97:33:45,38,-96,200,150,0.2,0.2"},
       {"lamb:40:10:33:45,90,10,300,300,1,1", "lamb:40:10:33:45,90,10,310,290,0.9,0.9"},
@@ -346,11 +336,10 @@ TEST(ImageMathTest, RemapWithinOnePlaneIsThatOverTheEarth) {
       {"merc:0:170,0,175,400,200,1.1,1.1", "merc:0:170,5,165,600,180,0.9,1.3"},
       {"lambaz:40:-97,40,-97,300,300,0.9,0.9", "lambaz:40:-97,30,-97,310,310,0.95,0.8"},
       {"ortho:40:-97,40,-97,300,300,0.5,0.5", "ortho:40:-97,40,-90,310,310,0.45,0.5"},
-      {"sat:0:-96:421,30,-96,300,300,0.1,0.1", "sat:0:-96:421,30,-96,310,280,0.1,0.11"},
-  };
+      {"sat:0:-96:421,30,-96,300,300,0.1,0.1", "sat:0:-96:421,30,-96,310,280,0.1,0.11"}};
   enum Kind { FLAT, BLOCKS, NOISE, CLASSES, COLORS, KINDS };
   int seen = 0;
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     Domain from;
     Domain to;
     from.set(row.source);
@@ -481,31 +470,28 @@ TEST(ImageMathTest, StampsOneImageOntoAnother) {
 }
 
 TEST(ImageMathTest, BlanksOutsideABox) {
-  struct Row {
+  // 5 by 3 points of 5 degrees.
+  const struct {
     const char* fault;
     float clon;
     EarthPoint p1, p2;
     Rows rows;
-  };
-  // 5 by 3 points of 5 degrees.
-  const Row rows[] = {
-      {"Plain",
-       -100.0F,
-       EarthPoint(46.0F, -106.0F),
-       EarthPoint(39.0F, -94.0F),
-       {{0, 1, 1, 1, 0}, {0, 1, 1, 1, 0}, {0, 0, 0, 0, 0}}},
-      {"AcrossTheDateLine",
-       170.0F,
-       EarthPoint(90.0F, 170.0F),
-       EarthPoint(0.0F, -170.0F),
-       {{0, 0, 1, 1, 1}, {0, 0, 1, 1, 1}, {0, 0, 1, 1, 1}}},
-      {"BeyondTheDateLine",
-       -165.0F,
-       EarthPoint(90.0F, 170.0F),
-       EarthPoint(0.0F, -170.0F),
-       {{1, 1, 0, 0, 0}, {1, 1, 0, 0, 0}, {1, 1, 0, 0, 0}}},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"Plain",
+               -100.0F,
+               EarthPoint(46.0F, -106.0F),
+               EarthPoint(39.0F, -94.0F),
+               {{0, 1, 1, 1, 0}, {0, 1, 1, 1, 0}, {0, 0, 0, 0, 0}}},
+              {"AcrossTheDateLine",
+               170.0F,
+               EarthPoint(90.0F, 170.0F),
+               EarthPoint(0.0F, -170.0F),
+               {{0, 0, 1, 1, 1}, {0, 0, 1, 1, 1}, {0, 0, 1, 1, 1}}},
+              {"BeyondTheDateLine",
+               -165.0F,
+               EarthPoint(90.0F, 170.0F),
+               EarthPoint(0.0F, -170.0F),
+               {{1, 1, 0, 0, 0}, {1, 1, 0, 0, 0}, {1, 1, 0, 0, 0}}}};
+  for (const auto& row : rows) {
     Image image = make({{1, 1, 1, 1, 1}, {1, 1, 1, 1, 1}, {1, 1, 1, 1, 1}});
     image.setDomain(latLon(40.0F, row.clon, 5, 3, 5.0F));
     EXPECT_EQ(ImageMath::blank(image, row.p1, row.p2), 1);

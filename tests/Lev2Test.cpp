@@ -121,20 +121,18 @@ TEST_F(Lev2Road, GatesLieWhereAzimuthAndRangePutThem) {
     const char* color;
     size_t number, of;
     int range;
-  } rows[] = {
-      // The first range isn't turned into the plane's units: deliberate.
-      {"-va ref1", 45, 2.125, 1, 1, "blue", 0, 5, 460},
-      {"-va REF1", 45, 2.125, 1, 100, "lgreen", 1, 5, 460},
-      {"-pa va=ref1,range=500", 45, 2.125, 1, 459, "lmagenta", 2, 5, 500},
-      {"", 90, 2.125, 1, 50, "cyan", 3, 5, 460},
-      {"-va ref1", 90, 2.125, 1, 51, "cyan", 4, 5, 460},
-      {"-va ref2", 135, 0, 1, 5, "lgray", 0, 3, 460},
-      {"-va ref2", 225, 0, 1, 8, "cyan", 2, 3, 460},
-      // Velocity too begins at the range of reflectivity.
-      {"-va vel1", 45, 2.125, 0.25, 0, "yellow", 0, 2, 460},
-      {"-va vel1", 90, 2.125, 0.25, 199, "green", 1, 2, 460},
-      {"-va vel2 -pa range=100", 225, 0, 0.25, 5, "green", 1, 2, 100},
-  };
+  } rows[] = {// The first range isn't turned into the plane's units: deliberate.
+              {"-va ref1", 45, 2.125, 1, 1, "blue", 0, 5, 460},
+              {"-va REF1", 45, 2.125, 1, 100, "lgreen", 1, 5, 460},
+              {"-pa va=ref1,range=500", 45, 2.125, 1, 459, "lmagenta", 2, 5, 500},
+              {"", 90, 2.125, 1, 50, "cyan", 3, 5, 460},
+              {"-va ref1", 90, 2.125, 1, 51, "cyan", 4, 5, 460},
+              {"-va ref2", 135, 0, 1, 5, "lgray", 0, 3, 460},
+              {"-va ref2", 225, 0, 1, 8, "cyan", 2, 3, 460},
+              // Velocity too begins at the range of reflectivity.
+              {"-va vel1", 45, 2.125, 0.25, 0, "yellow", 0, 2, 460},
+              {"-va vel1", 90, 2.125, 0.25, 199, "green", 1, 2, 460},
+              {"-va vel2 -pa range=100", 225, 0, 0.25, 5, "green", 1, 2, 100}};
   const struct {
     std::string volume;
     const char* args;
@@ -344,8 +342,7 @@ TEST_F(Lev2Road, DamagedVolumesDrawWhatTheyHave) {
        maker.header() + Lev2Maker::record(first.substr(0, 300)) +
            Lev2Maker::record(first.substr(300) + second),
        5},
-      {"messages of nothing", maker.header() + std::string(500000, '\0') + first, 0},
-  };
+      {"messages of nothing", maker.header() + std::string(500000, '\0') + first, 0}};
   for (const auto& row : rows) {
     EXPECT_EQ(draw(row.volume, "-in lev2 -va ref1").size(), row.fills) << row.what;
     draw(row.volume, "-in lev2z -va vel1");

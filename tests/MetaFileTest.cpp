@@ -64,14 +64,12 @@ TEST_F(MetaFileTest, TakesItsNameFromAnyPlace) {
     float width;
   };
   const std::string path = dir.at("a.meta");
-  const Row rows[] = {
-      {"Lone", path, 1.0F},
-      {"Second", "," + path, 1.0F},
-      {"SecondBeforeFirst", "/nowhere/x," + path + ",sz=20x10", 20.0F},
-      {"FirstWithSize", path + ",sz=20x10", 20.0F},
-      {"Key", ",FILE=" + path + ",SZ=20x10", 20.0F},
-      {"BadSizes", path + ",sz=-1x5,sz=5,sz=infx1,sz", 1.0F},
-  };
+  const Row rows[] = {{"Lone", path, 1.0F},
+                      {"Second", "," + path, 1.0F},
+                      {"SecondBeforeFirst", "/nowhere/x," + path + ",sz=20x10", 20.0F},
+                      {"FirstWithSize", path + ",sz=20x10", 20.0F},
+                      {"Key", ",FILE=" + path + ",SZ=20x10", 20.0F},
+                      {"BadSizes", path + ",sz=-1x5,sz=5,sz=infx1,sz", 1.0F}};
   for (const Row& row : rows) {
     const std::string text = page(row.params, [&](MetaFile& device) {
       EXPECT_EQ(device.getWidth(), row.width) << row.fault;

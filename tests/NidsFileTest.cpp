@@ -429,8 +429,7 @@ TEST(NidsFileTest, SiteProducts) {
       {182, "Base velocity [knt]", 0.15F, 90, "Md=cl Rng= 90(0.2) El=0.3 Mn,Mx=40,50"},
       {186, "Base reflectivity [dBZ]", 0.3F, 420, "Md=cl Rng=420(0.3) Mx=40"},
       {62, "Not supported - 62", 0, 0, "Md=cl Rng=  0(0.0) Mx=40"},
-      {180, "Not supported - 180", 0, 0, "Md=cl Rng=  0(0.0) Mx=40"},
-  };
+      {180, "Not supported - 180", 0, 0, "Md=cl Rng=  0(0.0) Mx=40"}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.code);
     NidsMaker m;
@@ -474,8 +473,7 @@ TEST(NidsFileTest, MosaicProducts) {
       {210, "Echo tops-18dBZ [ft]", 1},
       {211, "Composite reflectivity [dBZ]", 1},
       {212, "Echo tops-30dBZ [ft]", 1},
-      {250, "Not supported - 250", 0},
-  };
+      {250, "Not supported - 250", 0}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.code);
     NidsMaker m;

@@ -82,8 +82,7 @@ TEST(NidsPacketTest, DigitalLevels) {
       // Scales of 0 have no value to give.
       {"LiquidExponentDividedByZero", 134, {0, 0, 20, 0, 0}, 30, Const::FMISS},
       {"LiquidBeyondAllBounds", 134, {0, 0, 0, 0x0001, 0}, 255, Const::FMISS},
-      {"TopsDividedByZero", 135, {127, 0, 2, 128}, 24, Const::FMISS},
-  };
+      {"TopsDividedByZero", 135, {127, 0, 2, 128}, 24, Const::FMISS}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.fault);
     NidsMaker m = product(row.code, NidsMaker::digital({{0, 1, {row.level}}}));

@@ -150,14 +150,12 @@ TEST_F(PlotTest, CropsLinesThatComeAndGo) {
     const char* fault;
     std::vector<float> x;
     std::vector<float> expected;
-  } rows[] = {
-      {"InsideStays", {0, 100, 170}, {0, 100, 170}},
-      {"LeavesAndStaysOut", {170, 190, 200}, {170, 180}},
-      {"ComesIn", {200, 190, 170}, {180, 170}},
-      {"OutAndBack", {170, 190, 200, 190, 170}, {170, 180, Const::FMISS, 180, 170}},
-      {"BackAtOnce", {170, 190, 170}, {170, 180, 170}},
-      {"NeverIn", {190, 200, 210}, {}},
-  };
+  } rows[] = {{"InsideStays", {0, 100, 170}, {0, 100, 170}},
+              {"LeavesAndStaysOut", {170, 190, 200}, {170, 180}},
+              {"ComesIn", {200, 190, 170}, {180, 170}},
+              {"OutAndBack", {170, 190, 200, 190, 170}, {170, 180, Const::FMISS, 180, 170}},
+              {"BackAtOnce", {170, 190, 170}, {170, 180, 170}},
+              {"NeverIn", {190, 200, 210}, {}}};
   for (const auto& row : rows) {
     Points line;
     for (const float x : row.x) {

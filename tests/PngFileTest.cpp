@@ -144,11 +144,10 @@ TEST(PngFileTest, IndexedImageComesBack) {
 
 TEST(PngFileTest, TrueColourComesBackFromEachStore) {
   const TempDir dir;
-  struct Row {
+  const struct {
     int bits, order, extra;
-  };
-  const Row rows[] = {{24, 1, 0}, {24, 0, 0}, {32, 0, 0}, {32, 1, 0}, {24, 1, 5}, {16, 1, 0}};
-  for (const Row& row : rows) {
+  } rows[] = {{24, 1, 0}, {24, 0, 0}, {32, 0, 0}, {32, 1, 0}, {24, 1, 5}, {16, 1, 0}};
+  for (const auto& row : rows) {
     Image image;
     image.set(5, 3, row.bits);
     image.setColorType(Image::TRUE_COLOR);
@@ -257,8 +256,7 @@ TEST(PngFileTest, ReadsEachKindOfPicture) {
       {8, 6, "", zeros.substr(0, 26), zeros.substr(0, 24), 24, 32, 0, -1},
       {16, 2, "", zeros.substr(0, 38), zeros.substr(0, 36), 48, 48, 0, -1},
       {8, 4, "", zeros.substr(0, 14), zeros.substr(0, 12), 24, 16, 1, -1},
-      {1, 0, "", zeros.substr(0, 4), "", 1, 1, 1, -1},
-  };
+      {1, 0, "", zeros.substr(0, 4), "", 1, 1, 1, -1}};
   for (const Row& row : rows) {
     SCOPED_TRACE(std::to_string(row.depth) + " " + std::to_string(row.color));
     const Image image = read(dir, png(3, 2, row.depth, row.color, row.chunks, row.rows));

@@ -88,13 +88,12 @@ TEST(Points, WithinNeedsAClosedOutline) {
 }
 
 TEST(Points, CenterLiesInside) {
-  struct Row {
+  const struct {
     const char* fault;
     Points pts;
     int result;
     Point p;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"two points", makePoints({{0, 0}, {1, 1}}), 0, Point()},
       {"no extent", makePoints({{1, 1}, {1, 1}, {1, 1}}), 0, Point()},
       {"wide box is cut upright",
@@ -107,9 +106,8 @@ TEST(Points, CenterLiesInside) {
       {"hollow of a U",
        makePoints({{0, 0}, {10, 0}, {10, 10}, {8, 10}, {8, 2}, {2, 2}, {2, 10}, {0, 10}, {0, 0}}),
        1,
-       {9, 5}},
-  };
-  for (const Row& row : rows) {
+       {9, 5}}};
+  for (const auto& row : rows) {
     Point p(1, 1);
     EXPECT_EQ(row.pts.getCenter(p), row.result) << row.fault;
     EXPECT_FLOAT_EQ(p.x, row.p.x) << row.fault;

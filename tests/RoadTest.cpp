@@ -198,23 +198,21 @@ TEST_F(RoadTest, ReprojectedCornersGoThroughTheEarth) {
     const char* domain;
     Place (*expected)(const Place&);
     double tolerance;
-  } rows[] = {
-      // A square of 8 degrees by 6 on the page, 0.92 high: 8 degrees take 1, 6 take 0.75.
-      {"ll,35,-97,81,61,.1,.1",
-       [](const Place& e) {
-         return Place{0.5 + (e.x + 97) / 8, 0.5 + (e.y - 35) / 8};
-       },
-       4e-6},
-      {"or:35:-97,35,-97,81,61,.1,.1",
-       [](const Place& e) {
-         const double d = (e.x + 97) * rad;
-         const double x = earth * std::cos(e.y * rad) * std::sin(d);
-         const double y = earth * (std::cos(35 * rad) * std::sin(e.y * rad) -
-                                   std::sin(35 * rad) * std::cos(e.y * rad) * std::cos(d));
-         return Place{0.5 + x / 8, 0.5 + y / 8};
-       },
-       4e-6},
-  };
+  } rows[] = {// A square of 8 degrees by 6 on the page, 0.92 high: 8 degrees take 1, 6 take 0.75.
+              {"ll,35,-97,81,61,.1,.1",
+               [](const Place& e) {
+                 return Place{0.5 + (e.x + 97) / 8, 0.5 + (e.y - 35) / 8};
+               },
+               4e-6},
+              {"or:35:-97,35,-97,81,61,.1,.1",
+               [](const Place& e) {
+                 const double d = (e.x + 97) * rad;
+                 const double x = earth * std::cos(e.y * rad) * std::sin(d);
+                 const double y = earth * (std::cos(35 * rad) * std::sin(e.y * rad) -
+                                           std::sin(35 * rad) * std::cos(e.y * rad) * std::cos(d));
+                 return Place{0.5 + x / 8, 0.5 + y / 8};
+               },
+               4e-6}};
   const double cell = map_factor / 100;
   for (const auto& row : rows) {
     const std::vector<Record> records = draw(radialProduct(), std::string("-pd ") + row.domain);

@@ -34,18 +34,16 @@ TEST(Strings, SplitsAtDelimitersOutsideQuotes) {
     const char* text;
     int max;
     Tokens expected;
-  } rows[] = {
-      {"QuotedDelimiter", "a,\"b,c\",d", -1, {"a", "b,c", "d"}},
-      {"QuoteInsideToken", "a\"b,c\"", -1, {"a\"b", "c\""}},
-      {"TrailingDelimiter", "a,", -1, {"a", ""}},
-      {"DelimiterAlone", ",", -1, {"", ""}},
-      {"EmptyText", "", -1, {}},
-      {"AbsentText", nullptr, -1, {}},
-      {"UnclosedQuoteRunsToEnd", R"("a,b)", -1, {R"("a,b)"}},
-      {"InnerQuotesStay", R"("a"b",c)", -1, {"a\"b", "c"}},
-      {"QuoteClosesAtEnd", "x,\"\"", -1, {"x", ""}},
-      {"MaxKeepsRest", "a,b,c", 2, {"a", "b,c"}},
-  };
+  } rows[] = {{"QuotedDelimiter", "a,\"b,c\",d", -1, {"a", "b,c", "d"}},
+              {"QuoteInsideToken", "a\"b,c\"", -1, {"a\"b", "c\""}},
+              {"TrailingDelimiter", "a,", -1, {"a", ""}},
+              {"DelimiterAlone", ",", -1, {"", ""}},
+              {"EmptyText", "", -1, {}},
+              {"AbsentText", nullptr, -1, {}},
+              {"UnclosedQuoteRunsToEnd", R"("a,b)", -1, {R"("a,b)"}},
+              {"InnerQuotesStay", R"("a"b",c)", -1, {"a\"b", "c"}},
+              {"QuoteClosesAtEnd", "x,\"\"", -1, {"x", ""}},
+              {"MaxKeepsRest", "a,b,c", 2, {"a", "b,c"}}};
   for (const auto& row : rows) {
     EXPECT_EQ(tokens(Strings(row.text, ',', row.max)), row.expected) << row.fault;
   }

@@ -19,35 +19,32 @@ constexpr float MISSING = Const::FMISS;
 TEST(Unit, ConvertsWithThePackagesFile) {
   const PackageData data;
   Unit unit;
-  struct Row {
+  const struct {
     float value;
     const char* from;
     const char* to;
     double result;
-  };
-  const Row rows[] = {
-      {30, "100ft", "m", 914.4},
-      {30, "100ft", "km", 0.9144},
-      {914.4F, "m", "100ft", 30},
-      {1, "in", "mm", 25.4},
-      {10, "knt", "m/s", 5.144444},
-      {10, "knt", "km/h", 18.52},
-      {10, "knt", "mph", 11.50779},
-      {10, "m/s", "knt", 19.43844},
-      {180, "deg", "rad", 3.141593},
-      {5, "kg/m^2", "g/m^2", 5000},
-      {5, "kg/m^2", "in_water", 5 / 25.4},
-      {50, "%", "fraction", 0.5},
-      {20, "C", "K", 293.15},
-      {20, "C", "F", 68},
-      {32, "F", "C", 0},
-      {1, "inHg", "mb", 33.86389},
-      {1013.25F, "hPa", "mb", 1013.25},
-      {3, "mm/h", "mm/s", 3 / 3600.0},
-      {7, "KM", "M", 7000},
-      {5, "mm water", "in_water", 5 / 25.4},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{30, "100ft", "m", 914.4},
+              {30, "100ft", "km", 0.9144},
+              {914.4F, "m", "100ft", 30},
+              {1, "in", "mm", 25.4},
+              {10, "knt", "m/s", 5.144444},
+              {10, "knt", "km/h", 18.52},
+              {10, "knt", "mph", 11.50779},
+              {10, "m/s", "knt", 19.43844},
+              {180, "deg", "rad", 3.141593},
+              {5, "kg/m^2", "g/m^2", 5000},
+              {5, "kg/m^2", "in_water", 5 / 25.4},
+              {50, "%", "fraction", 0.5},
+              {20, "C", "K", 293.15},
+              {20, "C", "F", 68},
+              {32, "F", "C", 0},
+              {1, "inHg", "mb", 33.86389},
+              {1013.25F, "hPa", "mb", 1013.25},
+              {3, "mm/h", "mm/s", 3 / 3600.0},
+              {7, "KM", "M", 7000},
+              {5, "mm water", "in_water", 5 / 25.4}};
+  for (const auto& row : rows) {
     EXPECT_NEAR(unit.convert(row.value, row.from, row.to), row.result,
                 1e-5 * std::max(1.0, std::abs(row.result)))
         << row.from << " to " << row.to;
@@ -61,13 +58,12 @@ TEST(Unit, FactorsOfUnitTexts) {
   const ScratchDir files;
   files.write("units.lup",
               "# from to how\nm km *0.001\nC F *1.8+32 F C *0.5555556-17.777778\nx y\n");
-  struct Row {
+  const struct {
     float value;
     const char* from;
     const char* to;
     double result;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {1, "m", "m", 1},
       {1, "M", "m", 1},
       {1, "a_b", "A B", 1},
@@ -91,7 +87,7 @@ TEST(Unit, FactorsOfUnitTexts) {
       {1, "x", "y", MISSING},      // a record that is cut short
   };
   Unit unit;
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     EXPECT_NEAR(unit.convert(row.value, row.from, row.to), row.result, std::abs(row.result) * 1e-5)
         << (row.from == nullptr ? "" : row.from) << " to " << row.to;
   }
@@ -166,12 +162,11 @@ TEST(Unit, Texts) {
 }
 
 TEST(Calc, KnownValues) {
-  struct Row {
+  const struct {
     const char* what;
     float value;
     double expected, tolerance;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"calm has no direction", Calc::windDir(0, 0), 0, 0},
       {"wind from the east", Calc::windDir(-1, 0), 90, 1e-4},
       {"wind from the west", Calc::windDir(1, 0), 270, 1e-4},
@@ -218,9 +213,8 @@ TEST(Calc, KnownValues) {
       // Denver to Chicago, 1473 km by the great circle.
       {"a flight", Calc::earthDist(39.87F, -104.67F, 41.98F, -87.90F), 14.29, 0.05},
       {"a mile of feet", Convert::FTtoM(5280), 1609.344, 1e-3},
-      {"missing stays", Convert::NMtoKM(MISSING), MISSING, 0},
-  };
-  for (const Row& row : rows) {
+      {"missing stays", Convert::NMtoKM(MISSING), MISSING, 0}};
+  for (const auto& row : rows) {
     EXPECT_NEAR(row.value, row.expected, row.tolerance) << row.what;
   }
 }
