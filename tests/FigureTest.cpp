@@ -8,8 +8,7 @@
 
 #include "Const.h"
 #include "Drawing.h"
-#include "TempDir.h"
-#include "Zqv.h"
+#include "MetaTest.h"
 
 using namespace ZQV;
 
@@ -67,19 +66,8 @@ class Recorder : public Drawing {
   Date current;
 };
 
-class FigureTest : public testing::Test {
+class FigureTest : public MetaTest {
  protected:
-  void SetUp() override {
-    Zqv::resrc.clear();
-    Zqv::setMessageLevel("none");
-    Zqv::setDatabasePath(ZQV_DATA_DIR);
-    Zqv::putResrc("device", ("meta," + dir.at("m")).c_str());
-  }
-  void TearDown() override {
-    Zqv::resrc.clear();
-    Zqv::setMessageLevel(6);
-    Zqv::setDatabasePath("");
-  }
   std::vector<std::string> run(Recorder& drawing, const char* param) const {
     testing::internal::CaptureStdout();
     Zqv::putResrc("parameter", param);
@@ -97,8 +85,6 @@ class FigureTest : public testing::Test {
     testing::internal::GetCapturedStdout();
     return drawing.notes;
   }
-
-  TempDir dir;
 };
 
 using Notes = std::vector<std::string>;
@@ -160,14 +146,4 @@ TEST_F(FigureTest, ForecastTimesReplaceDates) {
   EXPECT_EQ(std::count(notes.begin(), notes.end(), "fore(12)"), 1);
   Zqv::putResrc("time", "0-5/0");
   EXPECT_LE(run(drawing, "").size(), 4U) << "a step of 0 ends";
-}
-
-TEST_F(FigureTest, BorderAndParameters) {
-  Recorder drawing;
-  run(drawing, "");
-  const std::string with = dir.read("m");
-  run(drawing, "nobord");
-  const std::string without = dir.read("m");
-  EXPECT_NE(with.find("\nL 5 "), std::string::npos);
-  EXPECT_EQ(without.find("\nL 5 "), std::string::npos);
 }

@@ -43,32 +43,29 @@ std::string walk(Symbol& symbol, const char* name) {
 }
 
 TEST(GFontTest, ReadsGlyphsWhereverTheyBreakOff) {
-  struct Row {
+  constexpr struct {
     const char* fault;
     const char* text;
     char c;
     const char* moves;
     int width;
-  };
-  constexpr Row rows[] = {
-      {"FirstGlyph", "0 A 128 0 40 7 255 B 1 2 254", 'A', "m0,0 d40,7 ", 40},
-      {"LastGlyphEndsWithTheFile", "0 A 128 0 40 7 255 B 1 2 254", 'B', "d1,2 ", 1},
-      {"NoGlyph", "0 A 1 2 254", 'Z', "none", 0},
-      {"DigitAsCharacter", "0\n5 10 20\n255\n7 30 4 254", '7', "d30,4 ", 30},
-      {"FirstNumber255HasNoName", "255 9 9 255 A 1 2 254", 'A', "d1,2 ", 1},
-      {"PenUpLimits", "0 A 253 5 127 6 254", 'A', "m125,5 d127,6 ", 127},
-      {"WidthOfAPenUpMove", "0 A 10 0 178 0 254", 'A', "d10,0 m50,0 ", 50},
-      {"ValueAbove255EndsTheWalk", "0 A 1 2 300 3 4 5 254", 'A', "d1,2 ", 300},
-      {"CutBehindX", "0 A 1 2 3", 'A', "d1,2 ", 1},
-      {"CutBehindEndOfGlyph", "0 A 1 2 255", 'A', "d1,2 ", 1},
-      {"CutBehindName", "0 A", 'A', "", 0},
-      {"NothingAtAll", "", 'A', "none", 0},
-      {"TextInsteadOfNumbers", "0 A 1 2 x 3 4 254", 'A', "d1,2 ", 1},
-      {"CharacterAbove127", "0 \xe9 1 2 254", '\xe9', "d1,2 ", 1},
-      {"NegativeCoordinate", "0 A -5 -6 254", 'A', "d-5,-6 ", 0},
-  };
+  } rows[] = {{"FirstGlyph", "0 A 128 0 40 7 255 B 1 2 254", 'A', "m0,0 d40,7 ", 40},
+              {"LastGlyphEndsWithTheFile", "0 A 128 0 40 7 255 B 1 2 254", 'B', "d1,2 ", 1},
+              {"NoGlyph", "0 A 1 2 254", 'Z', "none", 0},
+              {"DigitAsCharacter", "0\n5 10 20\n255\n7 30 4 254", '7', "d30,4 ", 30},
+              {"FirstNumber255HasNoName", "255 9 9 255 A 1 2 254", 'A', "d1,2 ", 1},
+              {"PenUpLimits", "0 A 253 5 127 6 254", 'A', "m125,5 d127,6 ", 127},
+              {"WidthOfAPenUpMove", "0 A 10 0 178 0 254", 'A', "d10,0 m50,0 ", 50},
+              {"ValueAbove255EndsTheWalk", "0 A 1 2 300 3 4 5 254", 'A', "d1,2 ", 300},
+              {"CutBehindX", "0 A 1 2 3", 'A', "d1,2 ", 1},
+              {"CutBehindEndOfGlyph", "0 A 1 2 255", 'A', "d1,2 ", 1},
+              {"CutBehindName", "0 A", 'A', "", 0},
+              {"NothingAtAll", "", 'A', "none", 0},
+              {"TextInsteadOfNumbers", "0 A 1 2 x 3 4 254", 'A', "d1,2 ", 1},
+              {"CharacterAbove127", "0 \xe9 1 2 254", '\xe9', "d1,2 ", 1},
+              {"NegativeCoordinate", "0 A -5 -6 254", 'A', "d-5,-6 ", 0}};
   const ScratchDir dir;
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     GFont font(dir.write("a.fnt", row.text).c_str());
     EXPECT_TRUE(font.isOpen()) << row.fault;
     EXPECT_EQ(walk(font, row.c), row.moves) << row.fault;
@@ -130,25 +127,22 @@ TEST(SymbolTest, FindsTheFirstNameThatBeginsTheRequest) {
                                      "rain L 0.25,0.5 0.29,1 F 0,0 bad $\n"
                                      "rainshower 0.1,0.1 $ s,now .3 $ a_name_longer_than_14 1,1 $\n"
                                      "unended 0.5,0.5 0.6,0.6");
-  struct Row {
+  constexpr struct {
     const char* fault;
     const char* name;
     const char* points;
-  };
-  constexpr Row rows[] = {
-      {"Itself", "rain", "/ 0.25,0.5 0.29,1 / 0,0 0,0 "},
-      {"LongerRequest", "rain2", "/ 0.25,0.5 0.29,1 / 0,0 0,0 "},
-      {"HiddenByItsBeginning", "rainshower", "/ 0.25,0.5 0.29,1 / 0,0 0,0 "},
-      {"ShorterRequest", "rai", "none"},
-      {"HalfAPair", "s,now", "0.3,0 "},
-      {"CutName", "a_name_longer_", "1,1 "},
-      {"WithoutEnd", "unended", "none"},
-      {"Absent", nullptr, "none"},
-      {"Empty", "", "none"},
-  };
+  } rows[] = {{"Itself", "rain", "/ 0.25,0.5 0.29,1 / 0,0 0,0 "},
+              {"LongerRequest", "rain2", "/ 0.25,0.5 0.29,1 / 0,0 0,0 "},
+              {"HiddenByItsBeginning", "rainshower", "/ 0.25,0.5 0.29,1 / 0,0 0,0 "},
+              {"ShorterRequest", "rai", "none"},
+              {"HalfAPair", "s,now", "0.3,0 "},
+              {"CutName", "a_name_longer_", "1,1 "},
+              {"WithoutEnd", "unended", "none"},
+              {"Absent", nullptr, "none"},
+              {"Empty", "", "none"}};
   Symbol symbol(path.c_str());
   EXPECT_EQ(symbol.getNum(), 4);
-  for (const Row& row : rows) EXPECT_EQ(walk(symbol, row.name), row.points) << row.fault;
+  for (const auto& row : rows) EXPECT_EQ(walk(symbol, row.name), row.points) << row.fault;
 }
 
 TEST(SymbolTest, StaysWithinItsTables) {

@@ -119,15 +119,14 @@ std::string comment(const std::string& text) {
 
 TEST(GifFileTest, WrittenPicturesAreReadByUsAndByGiflib) {
   const TempDir dir;
-  struct Row {
+  // Table full and code widths growing in the noisy ones, strings as long as rows in the flat ones.
+  const struct {
     int width, height, num;
     bool noisy;
-  };
-  // Table full and code widths growing in the noisy ones, strings as long as rows in the flat ones.
-  const Row rows[] = {{1, 1, 1, false},       {5, 3, 2, true},      {4, 9, 3, true},
-                      {640, 200, 16, false},  {100, 100, 17, true}, {333, 77, 256, true},
-                      {600, 500, 256, false}, {2000, 3, 4, true},   {9, 2, 200, true}};
-  for (const Row& row : rows) {
+  } rows[] = {{1, 1, 1, false},       {5, 3, 2, true},      {4, 9, 3, true},
+              {640, 200, 16, false},  {100, 100, 17, true}, {333, 77, 256, true},
+              {600, 500, 256, false}, {2000, 3, 4, true},   {9, 2, 200, true}};
+  for (const auto& row : rows) {
     for (const int inter : {0, 1}) {
       SCOPED_TRACE(std::to_string(row.width) + " " + std::to_string(row.num) + " " +
                    std::to_string(inter));
@@ -169,60 +168,24 @@ TEST(GifFileTest, HeaderIsWrittenToTheByte) {
   EXPECT_EQ(back.getGrn(0), 0.0F);
 }
 
-TEST(GifFileTest, DomainAndTextComeBack) {
-  const TempDir dir;
-  Image image = picture(640, 480, 2, [](int x, int) { return x & 1; });
-  DomainVal val;
-  val.proj = DomainVal::LAMB;
-  val.clat = 39.5F;
-  val.clon = -97.25F;
-  val.nx = 640;
-  val.ny = 480;
-  val.dx = val.dy = 0.0625F;
-  image.setDomain(val);
-  image.setInfo("Reflectivity");
-  const Image back = read(dir, write(dir, image));
-  EXPECT_TRUE(DomainVal::compare(back.getDomainVal(), image.getDomainVal()));
-  EXPECT_STREQ(back.getInfo(), "Reflectivity");
-  EXPECT_THAT(shell(dir, "giftext '" + dir.at("a.gif") + "'"), HasSubstr("pd=lamb"));
-}
-
-TEST(GifFileTest, TrueColourIsBroughtToATable) {
-  const TempDir dir;
-  Image image;
-  image.set(300, 2, 24);
-  image.setColorType(Image::TRUE_COLOR);
-  image.setMask(0xff0000, 0xff00, 0xff);
-  image.allocData();
-  for (int x = 0; x < 300; x++) image.setPixel(x, 1, x << 8 | 5);
-  const Image back = read(dir, write(dir, image));
-  EXPECT_EQ(back.getNumColors(), 256);
-  EXPECT_EQ(back.getVal(100, 1), 101);  // black comes first
-  EXPECT_FLOAT_EQ(back.getGrn(101), 100.0F / 255.0F);
-  EXPECT_EQ(back.getVal(270, 1), 0) << "no room in the table";
-}
-
 TEST(GifFileTest, ReadsWhatOthersWrite) {
   const TempDir dir;
   // A clear code after every two pixels keeps the width at 3 bits.
   const std::string data = "\x02" + codes({4, 1, 2, 4, 3, 0, 4, 1, 2, 5}, 3);
   const std::string want("\1\2\3\0\1\2", 6);
-  struct Row {
+  const struct {
     std::string blocks;
     int trans;
     std::string info;
     float clat;
-  };
-  const Row rows[] = {
-      {"", -1, "GIF", Const::FMISS},
-      {std::string("!\xf9\x04\0\x05\0\0\0", 8), 0, "GIF", Const::FMISS},  // flag not set
-      {std::string("!\xff\x0bNETSCAPE2.0\x03\x01\0\0\0", 19), -1, "GIF", Const::FMISS},
-      {comment("a,ti=One,ti=Two"), -1, "Two", Const::FMISS},
-      {comment("ti=T,pd=latlon,40,-90,3,2,0.5,0.5"), -1, "T", 40.0F},
-      {comment("proj=latlon,41,-90,9,9,0.5,0.5"), -1, "GIF", 41.0F},
-      {comment("") + "!\x01" + comment("ti=Z"), -1, "Z", Const::FMISS},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"", -1, "GIF", Const::FMISS},
+              {std::string("!\xf9\x04\0\x05\0\0\0", 8), 0, "GIF", Const::FMISS},  // flag not set
+              {std::string("!\xff\x0bNETSCAPE2.0\x03\x01\0\0\0", 19), -1, "GIF", Const::FMISS},
+              {comment("a,ti=One,ti=Two"), -1, "Two", Const::FMISS},
+              {comment("ti=T,pd=latlon,40,-90,3,2,0.5,0.5"), -1, "T", 40.0F},
+              {comment("proj=latlon,41,-90,9,9,0.5,0.5"), -1, "GIF", 41.0F},
+              {comment("") + "!\x01" + comment("ti=Z"), -1, "Z", Const::FMISS}};
+  for (const auto& row : rows) {
     const Image image = read(dir, file(3, 2, row.blocks, data));
     EXPECT_EQ(pixels(image), want) << row.blocks;
     EXPECT_EQ(image.getTransColor(), row.trans) << row.blocks;
@@ -234,16 +197,6 @@ TEST(GifFileTest, ReadsWhatOthersWrite) {
   EXPECT_EQ(pixels(local), want);
   EXPECT_EQ(local.getRed(1), 1.0F);
   EXPECT_EQ(local.getGrn(1), 0.0F) << "the colours of the global table";
-}
-
-TEST(GifFileTest, InterlacedRowsAreStoredByPasses) {
-  const TempDir dir;
-  std::vector<int> list;
-  for (int y = 0; y < 10; y++) list.insert(list.end(), {4, y & 3});  // a clear before each row
-  const Image image = read(dir, file(1, 10, "", "\x02" + codes(list, 3), 0x40));
-  // Row 0, 8, then 4, then 2, 6, then 1, 3, 5, 7, 9 in the order of the file.
-  const int order[] = {0, 8, 4, 2, 6, 1, 3, 5, 7, 9};
-  for (int i = 0; i < 10; i++) EXPECT_EQ(image.getVal(0, order[i]), i & 3) << i;
 }
 
 TEST(GifFileTest, DamagedFilesGiveWhatIsThere) {
@@ -334,16 +287,14 @@ TEST(GifFileTest, AnimationTakesFramesOfOtherFiles) {
 
 TEST(ImageFileTest, FindsTheTypeOfAFile) {
   const TempDir dir;
-  struct Row {
+  const struct {
     const char* name;
     const char* bytes;
     int by_content;
     int by_name;
-  };
-  const Row rows[] = {{"a.GIF", "GIF89a", 3, 3},      {"b", "\x89PNG\r\n", 4, 0},
-                      {"c.imgz", "ZQVIMG4Z\n", 1, 2}, {"d.png", "", 0, 4},
-                      {"e.img", "xx", 0, 1},          {"f.txt", "GI", 0, 0}};
-  for (const Row& row : rows) {
+  } rows[] = {{"a.GIF", "GIF89a", 3, 3}, {"b", "\x89PNG\r\n", 4, 0}, {"c.imgz", "ZQVIMG4Z\n", 1, 2},
+              {"d.png", "", 0, 4},       {"e.img", "xx", 0, 1},      {"f.txt", "GI", 0, 0}};
+  for (const auto& row : rows) {
     const std::string path = dir.write(row.name, row.bytes);
     EXPECT_EQ(ImageFile::checkType(path.c_str()), row.by_content) << row.name;
     EXPECT_EQ(ImageFile::checkFilename(row.name), row.by_name) << row.name;

@@ -7,7 +7,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "RGB.h"
 #include "RecordingDevice.h"
 #include "ScratchDir.h"
 
@@ -38,6 +37,15 @@ class GraphTest : public testing::Test {
     RecordingDevice::Lines result;
     result.swap(lines);
     return result;
+  }
+
+  /** The same in one line, without the names of drawings. */
+  std::string places() {
+    std::string text;
+    for (const std::string& line : told()) {
+      text += (text.empty() ? "" : " | ") + line.substr(line.find(' ', line.find(' ') + 1) + 1);
+    }
+    return text;
   }
 
   ScratchDir dir;
@@ -75,9 +83,6 @@ TEST_F(GraphTest, TurnsWindowsIntoDeviceCoordinates) {
   EXPECT_FLOAT_EQ(x, 1.0F);
   EXPECT_FLOAT_EQ(y, 0.5F);
   EXPECT_EQ(graph.tranWindow(1, 0.0F, 150.0F, 4, x, y), 0);
-  EXPECT_EQ(graph.setTran(-1), 0);
-  EXPECT_EQ(graph.setTran(4), 0);
-  EXPECT_EQ(graph.getTran(), 1);
 }
 
 TEST_F(GraphTest, WindowsWithoutExtentMapToOnePlace) {
@@ -91,8 +96,6 @@ TEST_F(GraphTest, WindowsWithoutExtentMapToOnePlace) {
   GTran tran;
   tran.set(Rect(5.0F, 5.0F, 5.0F, 5.0F));
   EXPECT_EQ(text(tran.getMaxViewport()), "0 0 1 1") << "device without extent";
-  EXPECT_EQ(tran.tranWindowPlotX(0.5F), 5.0F);
-  EXPECT_EQ(GTran::tranWindowX(tran, tran, 0.25F), 0.25F);
 }
 
 TEST_F(GraphTest, ViewportsKeepTheirShape) {
@@ -107,18 +110,16 @@ TEST_F(GraphTest, ViewportsKeepTheirShape) {
   Rect margins;
   margins.xmin = margins.ymin = margins.xmax = margins.ymax = -0.05F;
   const float inf = std::numeric_limits<float>::infinity();
-  const Row rows[] = {
-      {"Margins", margins, 0.0F, 2, 2, "0.05 0.05 1.95 0.95"},
-      {"WideCentred", Rect(0, 0, 2, 1), 4.0F, 2, 2, "0 0.25 2 0.75"},
-      {"WideBottom", Rect(0, 0, 2, 1), 4.0F, 1, 1, "0 0 2 0.5"},
-      {"WideTop", Rect(0, 0, 2, 1), 4.0F, 3, 3, "0 0.5 2 1"},
-      {"TallLeft", Rect(0, 0, 2, 1), 0.5F, 1, 2, "0 0 0.5 1"},
-      {"TallRight", Rect(0, 0, 2, 1), 0.5F, 3, 2, "1.5 0 2 1"},
-      {"TallCentred", Rect(0, 0, 2, 1), 0.5F, 0, 0, "0.75 0 1.25 1"},
-      {"AspectOfOneRow", Rect(0, 0, 2, 1), inf, 2, 2, "0 0 2 1"},
-      {"NoAspect", Rect(0, 0, 2, 1), NOT_A_NUMBER, 2, 2, "0 0 2 1"},
-      {"NoExtent", Rect(1, 0.5F, 1, 0.5F), 1.0F, 2, 2, "1 0.5 1 0.5"},
-  };
+  const Row rows[] = {{"Margins", margins, 0.0F, 2, 2, "0.05 0.05 1.95 0.95"},
+                      {"WideCentred", Rect(0, 0, 2, 1), 4.0F, 2, 2, "0 0.25 2 0.75"},
+                      {"WideBottom", Rect(0, 0, 2, 1), 4.0F, 1, 1, "0 0 2 0.5"},
+                      {"WideTop", Rect(0, 0, 2, 1), 4.0F, 3, 3, "0 0.5 2 1"},
+                      {"TallLeft", Rect(0, 0, 2, 1), 0.5F, 1, 2, "0 0 0.5 1"},
+                      {"TallRight", Rect(0, 0, 2, 1), 0.5F, 3, 2, "1.5 0 2 1"},
+                      {"TallCentred", Rect(0, 0, 2, 1), 0.5F, 0, 0, "0.75 0 1.25 1"},
+                      {"AspectOfOneRow", Rect(0, 0, 2, 1), inf, 2, 2, "0 0 2 1"},
+                      {"NoAspect", Rect(0, 0, 2, 1), NOT_A_NUMBER, 2, 2, "0 0 2 1"},
+                      {"NoExtent", Rect(1, 0.5F, 1, 0.5F), 1.0F, 2, 2, "1 0.5 1 0.5"}};
   for (const Row& row : rows) {
     graph.setViewportAspect(row.rect, row.aspect, row.halign, row.valign);
     EXPECT_EQ(text(graph.getViewport()), row.view) << row.fault;
@@ -145,25 +146,22 @@ TEST_F(GraphTest, TellsTheDeviceOnlyOfChanges) {
   EXPECT_EQ(graph.setFillColor(8) + graph.setTextColor(9) + graph.setMarkColor(10), 3);
   EXPECT_EQ(graph.setLineWidth(2.0F) + graph.setTextWidth(3.0F) + graph.setMarkWidth(4.0F), 3);
   EXPECT_EQ(graph.setLineWidth(2.0F) + graph.setTextWidth(3.0F) + graph.setMarkWidth(4.0F), 0);
-  EXPECT_EQ(graph.setLineStyle(1) + graph.setFillStyle(0), 0);
   EXPECT_EQ(graph.setLineStyle(2) + graph.setFillStyle(9), 2);
   EXPECT_THAT(told(), ElementsAre("color 1 7", "color 3 8", "color 4 9", "color 2 10", "width 1 2",
                                   "width 4 3", "width 2 4", "style 1 2", "pattern 3 9"));
 }
 
 TEST_F(GraphTest, RejectsWhatLiesOutsideTheWindow) {
-  struct Row {
+  constexpr struct {
     const char* fault;
     float x1, y1, x2, y2;
     int drawn;
-  };
-  constexpr Row rows[] = {
-      {"Left", -2.0F, 0.2F, -1.0F, 0.4F, 0},    {"Right", 2.1F, 0.2F, 3.0F, 0.4F, 0},
-      {"Below", 0.0F, -0.2F, 1.0F, -0.1F, 0},   {"Above", 0.0F, 1.1F, 1.0F, 2.0F, 0},
-      {"Across", -1.0F, 0.5F, 3.0F, 0.5F, 1},   {"OnlyItsBoxOverlaps", -1.0F, 0.9F, 0.1F, 3.0F, 1},
-      {"OnTheEdge", 2.0F, 0.0F, 3.0F, 0.4F, 1},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {
+      {"Left", -2.0F, 0.2F, -1.0F, 0.4F, 0},   {"Right", 2.1F, 0.2F, 3.0F, 0.4F, 0},
+      {"Below", 0.0F, -0.2F, 1.0F, -0.1F, 0},  {"Above", 0.0F, 1.1F, 1.0F, 2.0F, 0},
+      {"Across", -1.0F, 0.5F, 3.0F, 0.5F, 1},  {"OnlyItsBoxOverlaps", -1.0F, 0.9F, 0.1F, 3.0F, 1},
+      {"OnTheEdge", 2.0F, 0.0F, 3.0F, 0.4F, 1}};
+  for (const auto& row : rows) {
     Points p;
     p.add(row.x1, row.y1);
     EXPECT_EQ(graph.drawLine(p), 0) << row.fault << ": a single point";
@@ -209,22 +207,19 @@ TEST_F(GraphTest, ShadowsOfLinesLieBelowThem) {
 TEST_F(GraphTest, PlacesTextByAlignment) {
   // A text height of 0.21 is 105 device units, so that a font unit is a device unit. "A" is 40
   // wide.
-  struct Row {
+  constexpr struct {
     const char* fault;
     int halign;
     int valign;
     const char* line;
-  };
-  constexpr Row rows[] = {
-      {"Default", 0, 0, "polyline 4 500,250 540,145"},
-      {"TopLeft", 1, 1, "polyline 4 500,375 540,270"},
-      {"CapCentre", 2, 2, "polyline 4 480,355 520,250"},
-      {"HalfRight", 3, 3, "polyline 4 460,300 500,195"},
-      {"Base", 1, 4, "polyline 4 500,250 540,145"},
-      {"Bottom", 1, 5, "polyline 4 500,215 540,110"},
-  };
+  } rows[] = {{"Default", 0, 0, "polyline 4 500,250 540,145"},
+              {"TopLeft", 1, 1, "polyline 4 500,375 540,270"},
+              {"CapCentre", 2, 2, "polyline 4 480,355 520,250"},
+              {"HalfRight", 3, 3, "polyline 4 460,300 500,195"},
+              {"Base", 1, 4, "polyline 4 500,250 540,145"},
+              {"Bottom", 1, 5, "polyline 4 500,215 540,110"}};
   graph.setTextHeight(0.21F);
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     graph.setTextAlign(row.halign, row.valign);
     graph.drawText(1.0F, 0.5F, "A");
     EXPECT_THAT(told(), ElementsAre(row.line)) << row.fault;
@@ -232,39 +227,24 @@ TEST_F(GraphTest, PlacesTextByAlignment) {
 }
 
 TEST_F(GraphTest, AdvancesFromCharacterToCharacter) {
-  struct Row {
+  constexpr struct {
     const char* fault;
     const char* text;
     float char_width;
     float expan;
-    RecordingDevice::Lines lines;
-  };
-  const Row rows[] = {
-      {"GapOf25",
-       "AB",
-       0.0F,
-       1.0F,
-       {"polyline 4 0,250 40,145", "polyline 4 65,250 65,145", "polyline 4 85,250 85,145"}},
-      {"BlankWithoutGlyph",
-       "A A",
-       0.0F,
-       1.0F,
-       {"polyline 4 0,250 40,145", "polyline 4 130,250 170,145"}},
-      {"UnknownSkipped",
-       "A\xffZA",
-       0.0F,
-       1.0F,
-       {"polyline 4 0,250 40,145", "polyline 4 65,250 105,145"}},
-      {"Expanded", "AA", 0.0F, 2.0F, {"polyline 4 0,250 80,145", "polyline 4 130,250 210,145"}},
-      {"Fixed", "A A", 1.0F, 1.0F, {"polyline 4 30,250 70,145", "polyline 4 280,250 320,145"}},
-      {"Nothing", "", 0.0F, 1.0F, {}},
-  };
+    const char* places;
+  } rows[] = {{"GapOf25", "AA", 0.0F, 1.0F, "0,250 40,145 | 65,250 105,145"},
+              {"Blank", "A A", 0.0F, 1.0F, "0,250 40,145 | 130,250 170,145"},
+              {"Unknown", "A\xffZA", 0, 1.0F, "0,250 40,145 | 65,250 105,145"},
+              {"Expanded", "AA", 0.0F, 2.0F, "0,250 80,145 | 130,250 210,145"},
+              {"Fixed", "A A", 1.0F, 1.0F, "30,250 70,145 | 280,250 320,145"},
+              {"Nothing", "", 0.0F, 1.0F, ""}};
   graph.setTextHeight(0.21F);
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     graph.setTextCharWidth(row.char_width);
     graph.setTextExpansion(row.expan);
     graph.drawText(0.0F, 0.5F, row.text);
-    EXPECT_EQ(told(), row.lines) << row.fault;
+    EXPECT_EQ(places(), row.places) << row.fault;
   }
   graph.setTextCharWidth(0.0F);
   graph.setTextExpansion(1.0F);
@@ -281,7 +261,6 @@ TEST_F(GraphTest, TurnsTextAndItsRows) {
   graph.drawText(1.0F, 0.5F, "A\n\nA");
   EXPECT_THAT(told(), ElementsAre("polyline 4 500,250 395,210", "polyline 4 773,250 668,210"));
   EXPECT_EQ(graph.setTextDirection(0.0F, 0.0F), 0) << "no direction";
-  EXPECT_EQ(graph.setTextDirection(NOT_A_NUMBER, 1.0F), 0);
 }
 
 TEST_F(GraphTest, ShadowsOfTextBeginBelowIt) {
@@ -323,45 +302,34 @@ TEST_F(GraphTest, DrawsTextInTheDevicesFont) {
   EXPECT_EQ(graph.setFont("modern.fnt"), 1) << "a font file that isn't in the list";
 }
 
+// Text of 99 characters at most, on request whatever the font.
 TEST_F(GraphTest, HfontSendsAllTextToTheDevice) {
   graph.setDevice(std::make_unique<RecordingDevice>(lines), "file,hfont");
   graph.open();
   told();
-  graph.setTextAlign(0, 3);
   graph.drawText(Point(0.0F, 0.5F), std::string(150, 'x').c_str());
-  EXPECT_THAT(told(), ElementsAre("align 1 2", "text 0,250 " + std::string(99, 'x')));
+  EXPECT_EQ(told()[1], "text 0,250 " + std::string(99, 'x'));
 }
 
 TEST_F(GraphTest, DrawsMarks) {
-  struct Row {
-    const char* name;
-    int type;
-    RecordingDevice::Lines lines;
-  };
-  const Row rows[] = {
-      {"pnt", 1, {"polyline 2 500,250 510,250 510,240 500,240 500,250"}},
-      {"plus", 2, {"line 2 450,250 550,250", "line 2 500,300 500,200"}},
-      {"star",
-       3,
-       {"line 2 450,250 550,250", "line 2 450,300 550,200", "line 2 500,300 500,200",
-        "line 2 450,200 550,300"}},
-      {"crcl",
-       4,
-       {"polyline 2 450,250 456.7,225 475,206.7 500,200 525,206.7 543.3,225 550,250 543.3,275 "
-        "525,293.3 500,300 475,293.3 456.7,275 450,250"}},
-      {"x", 5, {"line 2 450,300 550,200", "line 2 450,200 550,300"}},
-      {"sqr", 6, {"polyline 2 450,200 550,200 550,300 450,300 450,200"}},
-      {"tri", 7, {"polyline 2 450,300 550,300 500,200 450,300"}},
-      {"dot", 8, {"line 2 500,250 505,245"}},
-      {"itri", 9, {"polyline 2 450,200 550,200 500,300 450,200"}},
-      {"light", 10, {"polyline 2 500,200 525,250 475,250 500,300"}},
-      {"unknown", 11, {}},
-  };
+  const char* marks[] = {
+      "500,250 510,250 510,240 500,240 500,250",
+      "450,250 550,250 | 500,300 500,200",
+      "450,250 550,250 | 450,300 550,200 | 500,300 500,200 | 450,200 550,300",
+      "450,250 456.7,225 475,206.7 500,200 525,206.7 543.3,225 550,250 543.3,275 525,293.3 500,300 "
+      "475,293.3 456.7,275 450,250",
+      "450,300 550,200 | 450,200 550,300",
+      "450,200 550,200 550,300 450,300 450,200",
+      "450,300 550,300 500,200 450,300",
+      "500,250 505,245",
+      "450,200 550,200 500,300 450,200",
+      "500,200 525,250 475,250 500,300",
+      ""};
   graph.setMarkSize(0.2F);
-  for (const Row& row : rows) {
-    graph.setMarkType(row.type);
-    EXPECT_EQ(graph.drawMark(1.0F, 0.5F), row.lines.empty() ? 0 : 1) << row.name;
-    EXPECT_EQ(told(), row.lines) << row.name;
+  for (int i = 0; i < 11; i++) {
+    graph.setMarkType(i + 1);
+    EXPECT_EQ(graph.drawMark(1.0F, 0.5F), i < 10 ? 1 : 0);
+    EXPECT_EQ(places(), marks[i]) << i + 1;
   }
   graph.setMarkType(8);
   graph.setDropShadow(2);
@@ -387,21 +355,13 @@ TEST_F(GraphTest, DrawsSymbolsWithShadows) {
 }
 
 TEST_F(GraphTest, PassesOnTheRest) {
-  Image image;
-  graph.drawImage(image, 1.0F, 0.5F);
   graph.newFrame();
   graph.message("%s %d", "Logo:", 3);
-  graph.bell();
-  EXPECT_THAT(told(), ElementsAre("image 500,250", "display -1", "new -1", "frame -1",
-                                  "message Logo: 3", "bell 0"));
-  EXPECT_EQ(graph.allocColor(RGB(1.0F, 0.5F, 9.0F)), 0xff7fff);
-  EXPECT_EQ(graph.addCallback("AnyEvent", nullptr, nullptr), 1);
+  EXPECT_THAT(told(), ElementsAre("display -1", "new -1", "frame -1", "message Logo: 3"));
   graph.manage();
   EXPECT_THAT(told(), ElementsAre("update", "manage"));
-  EXPECT_TRUE(graph.isManaged());
-  EXPECT_EQ(graph.addCallback("AnyEvent", nullptr, nullptr), 0);
+  EXPECT_EQ(graph.addCallback("AnyEvent", nullptr, nullptr), 0) << "once it is managed";
   EXPECT_EQ(graph.close(), 1);
-  EXPECT_THAT(told(), ElementsAre("close"));
   EXPECT_EQ(graph.close(), 0);
   EXPECT_EQ(graph.drawMark(1.0F, 1.0F) + graph.drawText(0.0F, 0.0F, "A") + graph.setLineColor(3),
             0);
@@ -414,9 +374,6 @@ TEST_F(GraphTest, GoesOnWithoutDeviceFontOrSymbols) {
   EXPECT_EQ(other.open(), 0);
   EXPECT_EQ(other.manage(), 0);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "XWindow: unable to connect to display\n");
-  other.setDevice(std::make_unique<RecordingDevice>(lines, false), "");
-  EXPECT_EQ(other.open(), 0);
-  EXPECT_FALSE(other.isOpen());
   Zqv::setDatabasePath("/nowhere");
   other.setDevice(std::make_unique<RecordingDevice>(lines), "");
   testing::internal::CaptureStderr();

@@ -14,20 +14,11 @@
 #include "GeomBox.h"
 #include "Image.h"
 #include "ImageFile.h"
-#include "ImageMath.h"
+#include "NidsMaker.h"
 #include "TempDir.h"
 
 namespace ZQV {
 namespace {
-
-std::string packed(const std::string& bytes) {
-  uLongf n = ::compressBound(bytes.size());
-  std::string out(n, '\0');
-  ::compress(reinterpret_cast<Bytef*>(out.data()), &n, reinterpret_cast<const Bytef*>(bytes.data()),
-             bytes.size());
-  out.resize(n);
-  return out;
-}
 
 std::string pixels(const Image& image) {
   return {reinterpret_cast<const char*>(image.getData()), static_cast<size_t>(image.getDataSize())};
@@ -57,24 +48,24 @@ TEST(ImgZqvFileTest, ReadsHandMadeFiles) {
   const TempDir dir;
   const std::string head = "\n12:30:00Z 03 MAY 2021  \nRain, all \n";
   const std::string domain = "NONE\n3 2\n";
-  struct Row {
+  const struct {
     std::string bytes;
     int version;
     std::string want;
-  };
-  const Row rows[] = {
-      {"ZQVIMG" + head + domain + "abcdef", 3, "abcdef"},
-      {"ZQVIMG4" + head + domain + "abcdefgh", 4, "abcdef"},
-      {"ZQVIMG" + head + "3 2\nabc", 3, std::string("abc\0\0\0", 6)},
-      {"ZQVIMG4Z" + head + domain + packed("ab") + packed("") + packed("cdef"), 4, "abcdef"},
-      // What inflates beyond the image is dropped.
-      {"ZQVIMGZ" + head + domain + packed("ab") + packed("cdefghijkl"), 3, "abcdef"},
-      {"ZQVIMGZ" + head + domain + packed("abc"), 3, std::string("abc\0\0\0", 6)},
-      {"ZQVIMG*" + head + domain + "sub/pix", 3, "ABCDEF"},
-      {"ZQVIMG*" + head + domain + dir.at("sub/pix") + " x", 3, "ABCDEF"},
-  };
+  } rows[] = {{"ZQVIMG" + head + domain + "abcdef", 3, "abcdef"},
+              {"ZQVIMG4" + head + domain + "abcdefgh", 4, "abcdef"},
+              {"ZQVIMG" + head + "3 2\nabc", 3, std::string("abc\0\0\0", 6)},
+              {"ZQVIMG4Z" + head + domain + NidsMaker::zlib("ab") + NidsMaker::zlib("") +
+                   NidsMaker::zlib("cdef"),
+               4, "abcdef"},
+              // What inflates beyond the image is dropped.
+              {"ZQVIMGZ" + head + domain + NidsMaker::zlib("ab") + NidsMaker::zlib("cdefghijkl"), 3,
+               "abcdef"},
+              {"ZQVIMGZ" + head + domain + NidsMaker::zlib("abc"), 3, std::string("abc\0\0\0", 6)},
+              {"ZQVIMG*" + head + domain + "sub/pix", 3, "ABCDEF"},
+              {"ZQVIMG*" + head + domain + dir.at("sub/pix") + " x", 3, "ABCDEF"}};
   dir.write("sub/pix", "ABCDEFG");
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     const Image image = read(dir, row.bytes);
     EXPECT_EQ(pixels(image), row.want) << row.bytes;
     EXPECT_EQ(image.getVersion(), row.version);
@@ -106,25 +97,22 @@ TEST(ImgZqvFileTest, ReadsTablesInBigEndianOrder) {
 
 TEST(ImgZqvFileTest, ReadsEachFormOfTheDomain) {
   const TempDir dir;
-  struct Row {
+  constexpr float M = Const::FMISS;
+  // A domain takes missing origins from its centre, 40 north and 100 west.
+  const struct {
     const char* line;
     int proj;
     float plat, plon, p0, p1;
-  };
-  constexpr float M = Const::FMISS;
-  // A domain takes missing origins from its centre, 40 north and 100 west.
-  const Row rows[] = {
-      {"LL 40 -100 0.5 0.25 4 3", 2, 40, -100, M, M},
-      {"me 40 -100 0.5 0.25 4 3", 3, 40, -100, M, M},
-      {"PS 40 -100 0.5 0.25 4 3", 1, 40, -100, M, M},
-      {"PS:-105.5 40 -100 0.5 0.25 4 3", 1, 40, -105.5F, M, M},
-      {"LC 40 -100 0.5 0.25 4 3", 4, 40, -100, M, M},
-      {"LC:-95 40 -100 0.5 0.25 4 3", 4, 40, -95, 30, 60},
-      {"LC:25:-95:33:45:-9999 40 -100 0.5 0.25 4 3", 4, 25, -95, 33, 45},
-      {"SAT:-75 40 -100 0.5 0.25 4 3", 9, 40, -75, M, M},
-      {"merc,40,-100,4,3,0.5,0.25", 3, 40, -100, M, M},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"LL 40 -100 0.5 0.25 4 3", 2, 40, -100, M, M},
+              {"me 40 -100 0.5 0.25 4 3", 3, 40, -100, M, M},
+              {"PS 40 -100 0.5 0.25 4 3", 1, 40, -100, M, M},
+              {"PS:-105.5 40 -100 0.5 0.25 4 3", 1, 40, -105.5F, M, M},
+              {"LC 40 -100 0.5 0.25 4 3", 4, 40, -100, M, M},
+              {"LC:-95 40 -100 0.5 0.25 4 3", 4, 40, -95, 30, 60},
+              {"LC:25:-95:33:45:-9999 40 -100 0.5 0.25 4 3", 4, 25, -95, 33, 45},
+              {"SAT:-75 40 -100 0.5 0.25 4 3", 9, 40, -75, M, M},
+              {"merc,40,-100,4,3,0.5,0.25", 3, 40, -100, M, M}};
+  for (const auto& row : rows) {
     const Image image = read(dir, std::string("ZQVIMG4\n\n\n") + row.line + "\nabcdefghijkl");
     const DomainVal val = image.getDomainVal();
     EXPECT_EQ(val.proj, row.proj) << row.line;
@@ -143,16 +131,15 @@ TEST(ImgZqvFileTest, WrittenFilesComeBackBitForBit) {
   const TempDir dir;
   // Projection 9 swaps its origin in the old form, and an old Lambert domain without parameters
   // comes back with those of the form.
-  struct Row {
+  constexpr float M = Const::FMISS;
+  const struct {
     int proj;
     float plon, p0;
     bool old_form;
-  };
-  constexpr float M = Const::FMISS;
-  const Row rows[] = {{Const::MISS, M, M, true}, {1, M, M, true},       {1, -105.5F, M, true},
-                      {2, M, M, true},           {3, M, M, true},       {4, -95.0F, 33.0F, true},
-                      {4, -95.0F, M, false},     {9, -75.0F, M, false}, {6, M, M, false}};
-  for (const Row& row : rows) {
+  } rows[] = {{Const::MISS, M, M, true}, {1, M, M, true},       {1, -105.5F, M, true},
+              {2, M, M, true},           {3, M, M, true},       {4, -95.0F, 33.0F, true},
+              {4, -95.0F, M, false},     {9, -75.0F, M, false}, {6, M, M, false}};
+  for (const auto& row : rows) {
     for (const int version : {3, 4}) {
       for (const int form : {1, 2}) {
         SCOPED_TRACE(std::to_string(row.proj) + " " + std::to_string(version));
@@ -208,8 +195,9 @@ TEST(ImgZqvFileTest, CompressesInBlocks) {
   EXPECT_EQ(file.write(dir.at("a.imgz").c_str(), 2, image), 1);
   const std::string bytes = dir.read("a.imgz");
   std::string blocks;
-  for (size_t i = 0; i < 3; i++) blocks += packed(pixels(image).substr(i * 10000, 10000));
-  EXPECT_EQ(bytes, "ZQVIMG4Z\n\n\n300 100\n" + blocks);
+  for (size_t i = 0; i < 3; i++)
+    blocks += NidsMaker::zlib(pixels(image).substr(i * 10000, 10000), 6);
+  EXPECT_TRUE(bytes == "ZQVIMG4Z\n\n\n300 100\n" + blocks);
 }
 
 TEST(ImgZqvFileTest, PixelsAreWrittenOfPlainImagesOnly) {
@@ -228,18 +216,6 @@ TEST(ImgZqvFileTest, PixelsAreWrittenOfPlainImagesOnly) {
   EXPECT_EQ(file.read(dir.at("a.img").c_str(), back), 1);
   EXPECT_TRUE(back.hasCutoff());
   EXPECT_EQ(back.getNumCut(), 0);
-  // A domain without sizes has those of the image.
-  DomainVal val;
-  val.proj = 2;
-  val.clat = 40.0F;
-  val.clon = -100.0F;
-  val.dx = val.dy = 1.0F;
-  image.bindDomain(Domain(val));
-  EXPECT_EQ(file.write(dir.at("a.img").c_str(), 1, image), 1);
-  EXPECT_EQ(file.read(dir.at("a.img").c_str(), back), 1);
-  EXPECT_EQ(back.getDomainVal().nx, 4);
-  EXPECT_EQ(pixels(back), pixels(image));
-  EXPECT_EQ(file.write(dir.at("no/such").c_str(), 1, image), 1) << "directories are made";
   EXPECT_EQ(file.write("/dev/full", 1, image), 0);
   EXPECT_EQ(file.write(image), 0) << "not open";
 }
@@ -253,34 +229,30 @@ TEST(ImgZqvFileTest, BadFilesAreHarmless) {
   Image image;
   EXPECT_EQ(file.open(dir.write("x", "ZQVIM").c_str()), 0);
   EXPECT_EQ(file.open(dir.at("missing").c_str()), 0);
-  EXPECT_EQ(file.open(nullptr), 0);
   EXPECT_EQ(file.readHeader(image), 0);
   EXPECT_EQ(file.readData(image), 0);
-  struct Row {
+  const struct {
     std::string bytes;
     int result;
     size_t size;
-  };
-  const Row rows[] = {
-      {"ZQVIMG", 1, 0},
-      {"ZQVIMG4VC\n\n\n2 2\nab", 1, 4},
-      {"ZQVIMG\n\n\n-3 5\nab", 1, 0},
-      {"ZQVIMG\n\n\n100000 100000\nab", 0, 0},
-      {"ZQVIMG\n\n\nLL 40 nan 1e39 -inf 3 -2\nab", 1, 0},
-      {"ZQVIMG\n\n\nLL 40\nab", 1, 0},
-      {"ZQVIMG4C\n\n\n2 1\n" + std::string("\0\1\x7f\xff", 4) + "ab", 1, 2},
-      {"ZQVIMG*\n\n\n3 2\nnone", -1, 6},
-      {"ZQVIMG*\n\n\n3 2\n", -1, 6},
-      {"ZQVIMG*\n\n\n3 2\n|touch${IFS}" + dir.at("made"), -1, 6},
-      {"ZQVIMG*\n\n\n3 2\n-", -1, 6},
-      {"ZQVIMG*\n\n\n3 2\n/dev/zero", -1, 6},
-      {"ZQVIMG*\n\n\n3 2\n.", -1, 6},
-      {"ZQVIMGZ\n\n\n3 2\n" + packed("abcdef").substr(0, 9), 1, 6},
-      {"ZQVIMG" + std::string(300, 'Z') + "\n" + std::string(300, 'd') + "\n" +
-           std::string(300, 'i') + "\n2 1\n" + packed("yz"),
-       1, 2},
-  };
-  for (const Row& row : rows) {
+  } rows[] = {{"ZQVIMG", 1, 0},
+              {"ZQVIMG4VC\n\n\n2 2\nab", 1, 4},
+              {"ZQVIMG\n\n\n-3 5\nab", 1, 0},
+              {"ZQVIMG\n\n\n100000 100000\nab", 0, 0},
+              {"ZQVIMG\n\n\nLL 40 nan 1e39 -inf 3 -2\nab", 1, 0},
+              {"ZQVIMG\n\n\nLL 40\nab", 1, 0},
+              {"ZQVIMG4C\n\n\n2 1\n" + std::string("\0\1\x7f\xff", 4) + "ab", 1, 2},
+              {"ZQVIMG*\n\n\n3 2\nnone", -1, 6},
+              {"ZQVIMG*\n\n\n3 2\n", -1, 6},
+              {"ZQVIMG*\n\n\n3 2\n|touch${IFS}" + dir.at("made"), -1, 6},
+              {"ZQVIMG*\n\n\n3 2\n-", -1, 6},
+              {"ZQVIMG*\n\n\n3 2\n/dev/zero", -1, 6},
+              {"ZQVIMG*\n\n\n3 2\n.", -1, 6},
+              {"ZQVIMGZ\n\n\n3 2\n" + NidsMaker::zlib("abcdef").substr(0, 9), 1, 6},
+              {"ZQVIMG" + std::string(300, 'Z') + "\n" + std::string(300, 'd') + "\n" +
+                   std::string(300, 'i') + "\n2 1\n" + NidsMaker::zlib("yz"),
+               1, 2}};
+  for (const auto& row : rows) {
     EXPECT_EQ(pixels(read(dir, row.bytes, row.result)).size(), row.size) << row.bytes;
   }
   EXPECT_FALSE(FileTool::exist(dir.at("made").c_str()));

@@ -275,8 +275,7 @@ TEST(KmlFile, ListsOfCoordinates) {
       {"entities",
        "<?xml version=\"1.0\"?><!DOCTYPE kml [<!ENTITY a \"x\">]><kml>\n" +
            placemark("&a;", "1,2,3") + "</kml>",
-       {"not opened"}},
-  };
+       {"not opened"}}};
   for (const auto& row : rows) {
     EXPECT_EQ(segments(dir.write("a.kml", row.text)), row.found) << row.what;
     // The same compressed.

@@ -55,18 +55,16 @@ TEST_F(NameConvTest, EncodesTokens) {
     const char* form;
     const char* date;
     const char* expected;
-  } rows[] = {
-      {"%Y%m%d_%h%n.dat", "200401021534", "20040102_1534.dat"},
-      {"%y%b%d%B%j", "20040203", "04feb03FEB034"},
-      {"%6h.%15n", "200401020759", "06.45"},
-      {"%0h", "2004010207", "07"},
-      {"a b{c}%%d", "2004", "a_bc%d"},
-      {"%Y%m%d%h", "2004", "2004000000"},
-      {"%b%B", "2004", "xxxXXX"},
-      {"%q.x", "2004", ".x"},
-      {"x%", "2004", "x"},
-      {"%999999999h", "2004010207", "00"},
-  };
+  } rows[] = {{"%Y%m%d_%h%n.dat", "200401021534", "20040102_1534.dat"},
+              {"%y%b%d%B%j", "20040203", "04feb03FEB034"},
+              {"%6h.%15n", "200401020759", "06.45"},
+              {"%0h", "2004010207", "07"},
+              {"a b{c}%%d", "2004", "a_bc%d"},
+              {"%Y%m%d%h", "2004", "2004000000"},
+              {"%b%B", "2004", "xxxXXX"},
+              {"%q.x", "2004", ".x"},
+              {"x%", "2004", "x"},
+              {"%999999999h", "2004010207", "00"}};
   for (const auto& row : rows) {
     EXPECT_EQ(encoded(row.form, row.date), row.expected) << row.form;
   }
@@ -126,8 +124,6 @@ TEST_F(NameConvTest, FindsTheLatestFile) {
   EXPECT_EQ(latest(conv, "la#3"), dir.at("b/200401021000.dat"));
   EXPECT_EQ(latest(conv, nullptr), dir.at("a/200401020200.dat"));
   EXPECT_EQ(latest(conv, "la#3-1"), dir.at("b/200401020900.dat"));
-  EXPECT_EQ(latest(conv, "-11la"),
-            dir.at("a/200401020100.dat").substr(0, 0) + latest(conv, "-11la"));
   EXPECT_EQ(latest(conv, "#200401021000"), dir.at("b/200401021000.dat"));
   EXPECT_EQ(latest(conv, "#200312311000"), dir.at("a/200312311000.dat"));
   EXPECT_EQ(latest(conv, "2:34"), dir.at("b/200401021000.dat"));
@@ -181,8 +177,7 @@ TEST_F(NameConvTest, DecodesNames) {
       {"MonthName", "%d%b%y", "02jan04", true, "#20040102"},
       {"DayOfYear", "%Y%j", "2004033", true, "#20040202"},
       {"KeyUpToLiteral", "%i_%Y", "ABC_2004", true, "#2004"},
-      {"KeyOfStatedLength", "%3i%Y", "ABC2004", true, "#2004"},
-  };
+      {"KeyOfStatedLength", "%3i%Y", "ABC2004", true, "#2004"}};
   for (const auto& row : rows) {
     NameConv conv;
     conv.set((std::string("@") + row.form).c_str());
@@ -206,15 +201,13 @@ TEST_F(NameConvTest, FilesThatUsersName) {
     const char* text;
     std::string expected;
     bool fixed;
-  } rows[] = {
-      {"@odd,name", "odd", true},
-      {"-", "-", true},
-      {"std", "-", true},
-      {"/x/y.dat", "/x/y.dat", true},
-      {"ABC_20040102_1200.nids", dir.at("ABC_20040102_1200.nids"), false},
-      {"ABC_20040102_1200.nids.bak", "ABC_20040102_1200.nids.bak", true},
-      {"#200401021200", dir.at("ABC_20040102_1200.nids"), false},
-  };
+  } rows[] = {{"@odd,name", "odd", true},
+              {"-", "-", true},
+              {"std", "-", true},
+              {"/x/y.dat", "/x/y.dat", true},
+              {"ABC_20040102_1200.nids", dir.at("ABC_20040102_1200.nids"), false},
+              {"ABC_20040102_1200.nids.bak", "ABC_20040102_1200.nids.bak", true},
+              {"#200401021200", dir.at("ABC_20040102_1200.nids"), false}};
   for (const auto& row : rows) {
     EXPECT_EQ(name.setFile(row.text), 1);
     EXPECT_EQ(name.getName(), row.expected) << row.text;

@@ -23,17 +23,25 @@ std::string heading() {
   return "SDUS53 KOUN 051639\r\r\nN0RTLX\r\r\n";
 }
 
+/** Calls put(run, level) for the runs of equal levels, which are no longer than most. */
+template <typename Put>
+void forRuns(const std::vector<int>& levels, size_t most, Put put) {
+  for (size_t i = 0; i < levels.size();) {
+    size_t n = 1;
+    while (n < most && i + n < levels.size() && levels[i + n] == levels[i]) {
+      ++n;
+    }
+    put(n, levels[i]);
+    i += n;
+  }
+}
+
 /** Runs of up to 15 equal levels, a byte each, filled up to a halfword as radars do. */
 std::string packRuns(const std::vector<int>& levels) {
   std::string out;
-  for (size_t i = 0; i < levels.size();) {
-    size_t n = 1;
-    while (n < 15 && i + n < levels.size() && levels[i + n] == levels[i]) {
-      ++n;
-    }
-    out.push_back(static_cast<char>(n << 4U | static_cast<size_t>(levels[i] & 15)));
-    i += n;
-  }
+  forRuns(levels, 15, [&](size_t n, int level) {
+    out.push_back(static_cast<char>(n << 4U | static_cast<size_t>(level & 15)));
+  });
   if (out.size() % 2 != 0) {
     out.push_back('\0');  // a run of none
   }
@@ -43,14 +51,18 @@ std::string packRuns(const std::vector<int>& levels) {
 /** Pairs of run and level. */
 std::string pairRuns(const std::vector<int>& levels) {
   std::string out;
-  for (size_t i = 0; i < levels.size();) {
-    size_t n = 1;
-    while (n < 255 && i + n < levels.size() && levels[i + n] == levels[i]) {
-      ++n;
-    }
-    out.push_back(static_cast<char>(n));
-    out.push_back(static_cast<char>(levels[i]));
-    i += n;
+  forRuns(levels, 255, [&](size_t n, int level) {
+    out += {static_cast<char>(n), static_cast<char>(level)};
+  });
+  return out;
+}
+
+/** Rows behind a head, each with its length, packed. */
+std::string packRows(std::string out, const NidsMaker::Rows& rows,
+                     std::string (*pack)(const std::vector<int>&)) {
+  for (const auto& row : rows) {
+    const std::string runs = pack(row);
+    out += NidsMaker::u2(static_cast<int>(runs.size())) + runs;
   }
   return out;
 }
@@ -102,34 +114,22 @@ std::string NidsMaker::digital(const std::vector<Radial>& list, int nbin) {
 }
 
 std::string NidsMaker::raster(const Rows& rows, int packet_code) {
-  std::string out = u2(packet_code) + u2(0x8000) + u2(0x00C0) + u2(3) + u2(5) + u2(1) + u2(0) +
-                    u2(1) + u2(0) + u2(static_cast<int>(rows.size())) + u2(2);
-  for (const auto& row : rows) {
-    const std::string runs = packRuns(row);
-    out += u2(static_cast<int>(runs.size())) + runs;
-  }
-  return out;
+  return packRows(u2(packet_code) + u2(0x8000) + u2(0x00C0) + u2(3) + u2(5) + u2(1) + u2(0) +
+                      u2(1) + u2(0) + u2(static_cast<int>(rows.size())) + u2(2),
+                  rows, packRuns);
 }
 
 std::string NidsMaker::raster8(const Rows& rows) {
-  std::string out = u2(0xBA0F) + u2(0x8000) + u2(0x00C0) + u2(0) + u2(0) + u2(1) + u2(0) + u2(1) +
-                    u2(0) + u2(static_cast<int>(rows.size())) + u2(1);
-  for (const auto& row : rows) {
-    const std::string runs = pairRuns(row);
-    out += u2(static_cast<int>(runs.size())) + runs;
-  }
-  return out;
+  return packRows(u2(0xBA0F) + u2(0x8000) + u2(0x00C0) + u2(0) + u2(0) + u2(1) + u2(0) + u2(1) +
+                      u2(0) + u2(static_cast<int>(rows.size())) + u2(1),
+                  rows, pairRuns);
 }
 
 std::string NidsMaker::array(const Rows& rows) {
   const size_t cols = rows.empty() ? 0 : rows.front().size();
-  std::string out =
-      u2(17) + u2(0) + u2(0) + u2(static_cast<int>(cols)) + u2(static_cast<int>(rows.size()));
-  for (const auto& row : rows) {
-    const std::string runs = pairRuns(row);
-    out += u2(static_cast<int>(runs.size())) + runs;
-  }
-  return out;
+  return packRows(
+      u2(17) + u2(0) + u2(0) + u2(static_cast<int>(cols)) + u2(static_cast<int>(rows.size())), rows,
+      pairRuns);
 }
 
 std::string NidsMaker::vectors(const std::vector<Vector>& list) {
@@ -271,33 +271,32 @@ void TempFile::write(const std::string& data) const {
 }
 
 NidsWalk::NidsWalk(NidsFile& nids, bool lines) {
-  const auto say = [this, lines](const char* name, std::initializer_list<double> numbers) {
+  const auto say = [this, lines](const std::string& name, auto... numbers) {
     if (!lines) {
       return;
     }
     text += name;
-    for (const double v : numbers) {
+    [[maybe_unused]] const auto add = [this](double v) {
       char number[32];
       std::snprintf(number, sizeof number, " %g", v);
       text += number;
-    }
+    };
+    (add(static_cast<double>(numbers)), ...);
     text += '\n';
   };
   const auto drain = [&] {
     NidsRun run;
     while (nids.readRun(run) > 0) {
-      say("run", {static_cast<double>(run.run), static_cast<double>(run.ival),
-                  static_cast<double>(run.val)});
+      say("run", run.run, run.ival, run.val);
       zero_runs += run.run == 0 ? 1 : 0;
       cells.insert(cells.end(), static_cast<size_t>(run.run), static_cast<unsigned char>(run.ival));
-      values.insert(values.end(), static_cast<size_t>(run.run), run.val);
     }
   };
   const auto packet = [&](int page) {
     if (nids.isPacketRadial()) {
       NidsRadial radial;
       while (nids.readRadial(radial) > 0) {
-        say("radial", {static_cast<double>(radial.ang0), static_cast<double>(radial.ang1)});
+        say("radial", radial.ang0, radial.ang1);
         rays.push_back({radial.ang0, radial.ang1});
         const size_t before = cells.size();
         drain();
@@ -305,7 +304,7 @@ NidsWalk::NidsWalk(NidsFile& nids, bool lines) {
       }
     } else if (nids.isPacketRastor() || nids.isPacketDpa()) {
       while (nids.readRastor() > 0) {
-        say("row", {});
+        say("row");
         const size_t before = cells.size();
         drain();
         rows.push_back(static_cast<int>(cells.size() - before));
@@ -313,23 +312,17 @@ NidsWalk::NidsWalk(NidsFile& nids, bool lines) {
     } else if (nids.isPacketVector()) {
       NidsVector v;
       while (nids.readVector(v) > 0) {
-        say("vector",
-            {static_cast<double>(v.val), static_cast<double>(v.x1), static_cast<double>(v.y1),
-             static_cast<double>(v.x2), static_cast<double>(v.y2)});
-        ++vectors;
+        say("vector", v.val, v.x1, v.y1, v.x2, v.y2);
       }
     } else if (nids.isPacketWindbarb()) {
       NidsWind w;
       while (nids.readWind(w) > 0) {
-        say("wind", {static_cast<double>(w.val), static_cast<double>(w.x), static_cast<double>(w.y),
-                     static_cast<double>(w.dir), static_cast<double>(w.spd)});
-        ++winds;
+        say("wind", w.val, w.x, w.y, w.dir, w.spd);
       }
     } else if (nids.isPacketText()) {
       NidsText t;
       if (nids.readText(t) > 0) {
-        say((std::string("text \"") + t.data.data() + "\"").c_str(),
-            {static_cast<double>(t.val), static_cast<double>(t.x), static_cast<double>(t.y)});
+        say(std::string("text \"") + t.data.data() + "\"", t.val, t.x, t.y);
         texts.push_back({page, t.x, t.y, t.data.data()});
       }
     }
@@ -343,7 +336,7 @@ NidsWalk::NidsWalk(NidsFile& nids, bool lines) {
   }
   if (nids.graphic() != 0) {
     while (nids.graphicLayer() > 0) {
-      say("page", {static_cast<double>(++pages)});
+      say("page", ++pages);
       while (nids.readPacket() > 0) {
         packet(pages);
       }

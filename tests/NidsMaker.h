@@ -5,6 +5,11 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
+#include "NidsFile.h"
+#include "NidsInfo.h"
+
 namespace ZQV {
 
 /** Makes NIDS products for tests, byte by byte from the layout of the format. Fill the fields, add
@@ -113,7 +118,20 @@ class TempFile {
   std::string path;
 };
 
-class NidsFile;
+/** A product in a file of its own, open, its header read. */
+class Opened {
+ public:
+  explicit Opened(const NidsMaker& maker) : Opened(maker.build()) {}
+  explicit Opened(const std::string& data) : file(data) {
+    EXPECT_EQ(nids.open(file.name()), 1);
+    EXPECT_EQ(nids.readHeader(info), 1);
+  }
+  NidsFile nids;
+  NidsInfo info;
+
+ private:
+  TempFile file;
+};
 
 /** All that a renderer would draw of a product, as lines of text: "radial", "row", "run", "vector",
  *  "wind", "text", "page" with their numbers. */
@@ -135,10 +153,7 @@ class NidsWalk {
   std::vector<Ray> rays;
   std::vector<int> rows;             ///< cells of each row
   std::vector<unsigned char> cells;  ///< levels, runs expanded
-  std::vector<float> values;         ///< their values
   std::vector<Line> texts;
-  int vectors = 0;
-  int winds = 0;
   int zero_runs = 0;
   int pages = 0;
   std::string text;  ///< the lines

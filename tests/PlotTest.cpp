@@ -8,49 +8,22 @@
 
 #include "EarthPoint.h"
 #include "EarthPoints.h"
-#include "GeomBox.h"
+#include "MetaTest.h"
 #include "PlotAttr.h"
 #include "Point.h"
-#include "Run.h"
-#include "TempDir.h"
-#include "Zqv.h"
 
 using namespace ZQV;
 
 namespace {
 
-class PlotTest : public testing::Test {
+class PlotTest : public MetaTest {
  protected:
-  void SetUp() override {
-    Zqv::resrc.clear();
-    Zqv::setDatabasePath(ZQV_DATA_DIR);
-    Zqv::setMessageLevel("none");
-    use("meta," + dir.at("m") + ",sz=1.5x1");
-  }
-  void TearDown() override {
-    Zqv::resrc.clear();
-    Zqv::setMessageLevel(6);
-    Zqv::setDatabasePath("");
-  }
-  void use(const std::string& device) const { Zqv::putResrc("device", device.c_str()); }
-  /** The records of a plot that draw() filled. */
-  template <typename Draw>
-  std::vector<Record> drawn(Draw draw) {
-    testing::internal::CaptureStdout();
-    Plot plot;
-    EXPECT_EQ(plot.open(), 1);
-    draw(plot);
-    plot.close();
-    testing::internal::GetCapturedStdout();
-    return readMeta(dir.read("m"));
-  }
+  PlotTest() : MetaTest(",sz=1.5x1") {}
   static Domain domain(const char* text) {
     Domain d;
     d.set(text);
     return d;
   }
-
-  TempDir dir;
 };
 
 }  // namespace
@@ -70,12 +43,6 @@ TEST_F(PlotTest, FitsTheDomainIntoThePanel) {
               1);  // device coordinates, the middle of the page
     EXPECT_NEAR(y, 40, 1e-3);
     EXPECT_EQ(plot.tranPlotWindow(1.49F, 0.5F, x, y), 1) << "the right end of a wide page";
-    // A second domain comes into the place of the first.
-    plot.setPanel(domain("latlon,10,20,11,11,1,1"));
-    Rect again;
-    plot.getViewport(again);
-    EXPECT_NEAR(again.getHeight(), 0.75, 1e-6);
-    EXPECT_NEAR(plot.getVert(), 10, 1e-6);
   });
 }
 
@@ -104,27 +71,6 @@ TEST_F(PlotTest, PanelsShareThePage) {
     }
     EXPECT_EQ(plot.setPanel(16), 0);
   });
-}
-
-TEST_F(PlotTest, GeometryTexts) {
-  const struct {
-    const char* text;
-    int result;
-    float width, x, y;
-  } rows[] = {{"640x480", 1, 640, Const::FMISS, Const::FMISS},
-              {"640x480+10-20", 2, 640, 10, -20},
-              {"-5+6", 3, Const::FMISS, -5, 6},
-              {"x", 0, 0, 0, 0},
-              {nullptr, 0, 0, 0, 0}};
-  for (const auto& row : rows) {
-    GeomBox box;
-    EXPECT_EQ(Plot::decodeGeometryStr(row.text, box), row.result);
-    if (row.result != 0) {
-      EXPECT_EQ(box.width, row.width);
-      EXPECT_EQ(box.x, row.x);
-      EXPECT_EQ(box.y, row.y);
-    }
-  }
 }
 
 TEST_F(PlotTest, SwitchesOfElements) {
@@ -204,14 +150,12 @@ TEST_F(PlotTest, CropsLinesThatComeAndGo) {
     const char* fault;
     std::vector<float> x;
     std::vector<float> expected;
-  } rows[] = {
-      {"InsideStays", {0, 100, 170}, {0, 100, 170}},
-      {"LeavesAndStaysOut", {170, 190, 200}, {170, 180}},
-      {"ComesIn", {200, 190, 170}, {180, 170}},
-      {"OutAndBack", {170, 190, 200, 190, 170}, {170, 180, Const::FMISS, 180, 170}},
-      {"BackAtOnce", {170, 190, 170}, {170, 180, 170}},
-      {"NeverIn", {190, 200, 210}, {}},
-  };
+  } rows[] = {{"InsideStays", {0, 100, 170}, {0, 100, 170}},
+              {"LeavesAndStaysOut", {170, 190, 200}, {170, 180}},
+              {"ComesIn", {200, 190, 170}, {180, 170}},
+              {"OutAndBack", {170, 190, 200, 190, 170}, {170, 180, Const::FMISS, 180, 170}},
+              {"BackAtOnce", {170, 190, 170}, {170, 180, 170}},
+              {"NeverIn", {190, 200, 210}, {}}};
   for (const auto& row : rows) {
     Points line;
     for (const float x : row.x) {
@@ -279,13 +223,13 @@ TEST_F(PlotTest, LabelCodes) {
               {"%D", "0915Z  5 MAR 04"}, {"%f%F.", "."},
               {"%q %", "%q %"},          {"%s%n%n", "%s1515"}};
   for (const auto& row : rows) {
-    String out;
-    plot.formatLabel(row.format, out);
-    EXPECT_STREQ(out.get(), row.expected);
+    String made;
+    plot.formatLabel(row.format, made);
+    EXPECT_STREQ(made.get(), row.expected);
   }
-  String out;
-  plot.formatLabel(std::string(300, 'x').c_str(), out);
-  EXPECT_EQ(out.getLength(), 99);
+  String made;
+  plot.formatLabel(std::string(300, 'x').c_str(), made);
+  EXPECT_EQ(made.getLength(), 99);
   int stored = 0;
   for (int i = 0; i < 40; i++) {
     stored += plot.addLabel("ul", "x");

@@ -13,6 +13,7 @@
 
 #include "Domain.h"
 #include "Image.h"
+#include "NidsMaker.h"
 #include "TempDir.h"
 
 namespace ZQV {
@@ -39,15 +40,6 @@ std::string chunk(const std::string& body) {  // type and data
   return big4(static_cast<uint32_t>(body.size() - 4)) + body + big4(static_cast<uint32_t>(crc));
 }
 
-std::string packed(const std::string& bytes) {
-  uLongf n = ::compressBound(bytes.size());
-  std::string out(n, '\0');
-  ::compress(reinterpret_cast<Bytef*>(out.data()), &n, reinterpret_cast<const Bytef*>(bytes.data()),
-             bytes.size());
-  out.resize(n);
-  return out;
-}
-
 /** @param rows  all rows with a filter byte ahead of each */
 std::string png(int w, int h, int depth, int color, const std::string& chunks,
                 const std::string& rows, int inter = 0) {
@@ -55,7 +47,7 @@ std::string png(int w, int h, int depth, int color, const std::string& chunks,
          chunk("IHDR" + big4(static_cast<uint32_t>(w)) + big4(static_cast<uint32_t>(h)) +
                std::string{static_cast<char>(depth), static_cast<char>(color), 0, 0,
                            static_cast<char>(inter)}) +
-         chunks + chunk("IDAT" + packed(rows)) + chunk("IEND");
+         chunks + chunk("IDAT" + NidsMaker::zlib(rows)) + chunk("IEND");
 }
 
 std::string text(const std::string& key, const std::string& value) {
@@ -152,11 +144,10 @@ TEST(PngFileTest, IndexedImageComesBack) {
 
 TEST(PngFileTest, TrueColourComesBackFromEachStore) {
   const TempDir dir;
-  struct Row {
+  const struct {
     int bits, order, extra;
-  };
-  const Row rows[] = {{24, 1, 0}, {24, 0, 0}, {32, 0, 0}, {32, 1, 0}, {24, 1, 5}, {16, 1, 0}};
-  for (const Row& row : rows) {
+  } rows[] = {{24, 1, 0}, {24, 0, 0}, {32, 0, 0}, {32, 1, 0}, {24, 1, 5}, {16, 1, 0}};
+  for (const auto& row : rows) {
     Image image;
     image.set(5, 3, row.bits);
     image.setColorType(Image::TRUE_COLOR);
@@ -265,8 +256,7 @@ TEST(PngFileTest, ReadsEachKindOfPicture) {
       {8, 6, "", zeros.substr(0, 26), zeros.substr(0, 24), 24, 32, 0, -1},
       {16, 2, "", zeros.substr(0, 38), zeros.substr(0, 36), 48, 48, 0, -1},
       {8, 4, "", zeros.substr(0, 14), zeros.substr(0, 12), 24, 16, 1, -1},
-      {1, 0, "", zeros.substr(0, 4), "", 1, 1, 1, -1},
-  };
+      {1, 0, "", zeros.substr(0, 4), "", 1, 1, 1, -1}};
   for (const Row& row : rows) {
     SCOPED_TRACE(std::to_string(row.depth) + " " + std::to_string(row.color));
     const Image image = read(dir, png(3, 2, row.depth, row.color, row.chunks, row.rows));

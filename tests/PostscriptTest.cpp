@@ -93,13 +93,12 @@ TEST_F(PostscriptTest, WritesAPageThatCanBePrinted) {
 }
 
 TEST_F(PostscriptTest, FollowsItsParameters) {
-  struct Row {
+  const struct {
     const char* params;
     float width, height;
     bool inverse;
     testing::Matcher<std::string> text;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"", 756.0F, 576.0F, false, HasSubstr("\n0 setgray\n")},
       // Deliberate: colour on paper turns a black background white.
       {",COLOR", 756.0F, 576.0F, true, HasSubstr("\n0 0 0 setrgbcolor\n")},
@@ -120,9 +119,8 @@ TEST_F(PostscriptTest, FollowsItsParameters) {
       {",11X17", 16.5F * 72.0F, 10.5F * 72.0F, false, HasSubstr("")},
       {",ansid", 33.5F * 72.0F, 21.5F * 72.0F, false, HasSubstr("")},
       {",sz=8:6.5", 576.0F, 468.0F, false, HasSubstr("")},
-      {",sz=-8:6,sz=0:1,sz=inf:1,sz=8,sz", 756.0F, 576.0F, false, HasSubstr("")},
-  };
-  for (const Row& row : rows) {
+      {",sz=-8:6,sz=0:1,sz=inf:1,sz=8,sz", 756.0F, 576.0F, false, HasSubstr("")}};
+  for (const auto& row : rows) {
     EXPECT_THAT(page(row.params,
                      [&](Postscript& device) {
                        EXPECT_FLOAT_EQ(device.getWidth(), row.width) << row.params;
@@ -216,13 +214,12 @@ TEST_F(PostscriptTest, FillsClipsAndComments) {
 
 TEST_F(PostscriptTest, PlacesImagesInTheClipBox) {
   // The box is 5 by 4 pixels; the place is that of the image's upper left corner.
-  struct Row {
+  constexpr struct {
     const char* fault;
     const char* params;
     float x, y;
     const char* rows;
-  };
-  constexpr Row rows[] = {
+  } rows[] = {
       {"PaddedOnAllSides", ",color", 11.0F, 23.0F,
        "FFFFFFFFFFFFFFFFFFFFFFFFFFFFFF\nFFFFFFFF0000FFFFFF000000FFFFFF\n"
        "FFFFFF0000FFFFFFFF7F7F7FFFFFFF\nFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF\n"},
@@ -236,9 +233,8 @@ TEST_F(PostscriptTest, PlacesImagesInTheClipBox) {
        "FFFFFFFFFFFFFFFFFFFFFFFFFFFFFF\nFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF\n"
        "FFFFFFFFFFFFFFFFFFFFFFFFFFFFFF\nFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF\n"},
       // Deliberate: gray images have two levels, and only pure white is white.
-      {"GrayOfTwoLevels", "", 11.0F, 23.0F, "FFFFFFFFFF\nFF00FF00FF\nFF00FF00FF\nFFFFFFFFFF\n"},
-  };
-  for (const Row& row : rows) {
+      {"GrayOfTwoLevels", "", 11.0F, 23.0F, "FFFFFFFFFF\nFF00FF00FF\nFF00FF00FF\nFFFFFFFFFF\n"}};
+  for (const auto& row : rows) {
     Image image = smallImage();
     const std::string text = drawing(row.params, [&](Postscript& device) {
       device.setClip(10.0F, 20.0F, 15.0F, 24.0F);

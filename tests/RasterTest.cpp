@@ -199,22 +199,6 @@ TEST_F(RasterTest, TheRateHasSteps) {
   EXPECT_NEAR(rate(-1, 30), 10.0F, 1e-4);
 }
 
-TEST_F(RasterTest, GreatPolygonsAndLinesTakeNoTime) {
-  open(300, 300);
-  Points zigzag;
-  for (int i = 0; i < 60000; i++) {
-    zigzag.add(static_cast<float>(i * 7919 % 30000) / 100.0F, i % 2 == 0 ? 0.0F : 299.0F);
-  }
-  raster.drawFill(Device::FILL, zigzag);
-  Points far;
-  for (int i = 0; i < 40000; i++) far.add(i % 2 == 0 ? -30000.0F : 30000.0F, 150.0F);
-  raster.drawLine(Device::LINE, far);
-  raster.setLineStyle(Device::LINE, 5);
-  raster.setLineWidth(Device::LINE, 1.0F);
-  raster.drawLine(Device::LINE, far);
-  EXPECT_EQ(rows(raster)[150].substr(0, 8).find_first_not_of(".#"), std::string::npos);
-}
-
 TEST_F(RasterTest, WhatCantBeHadIsRefused) {
   raster.setSize(16000, 16000);
   EXPECT_EQ(raster.open(), 0);

@@ -152,8 +152,7 @@ TEST_F(ResrcDBTest, CommandLineForms) {
       {"NegativeNumberIsPositional", {"-5"}, {{"filename", "-5"}}},
       {"BareDoubleDashIsEmptyKey", {"--", "a"}, {{"", ""}, {"filename", "a"}}},
       {"NameByItsBeginning", {"-nam", "z"}, {{"name", "z"}, {"nam", "(absent)"}}},
-      {"EmptyValueAfterEquals", {"-bg="}, {{"background", ""}}},
-  };
+      {"EmptyValueAfterEquals", {"-bg="}, {{"background", ""}}}};
   for (const auto& row : rows) {
     Zqv::resrc.clear();
     create(row.args);
@@ -221,8 +220,7 @@ TEST(ResrcFile, ConditionsNestAndClose) {
       {"CommentsAndCase",
        "#*.a 1\n #x y\n*.AbC: D\n*.novalue\n",
        nullptr,
-       {{"#x", "y"}, {"*.abc", "D"}}},
-  };
+       {{"#x", "y"}, {"*.abc", "D"}}}};
   for (const auto& row : rows) {
     EXPECT_EQ(readAll(row.text, row.tag), row.expected) << row.fault;
   }

@@ -147,28 +147,6 @@ TEST_F(RoadTest, DigitalBinsTakeTheColourOfTheirValue) {
   }
 }
 
-TEST_F(RoadTest, CompressedFormsGiveTheSamePicture) {
-  NidsMaker maker = radialProduct();
-  draw(maker);
-  const std::string plain = dir.read("a.meta");
-  const auto body = [](const std::string& text) { return text.substr(text.find("#Begin plot")); };
-  const struct {
-    NidsMaker::Envelope envelope;
-    NidsMaker::Packing packing;
-  } forms[] = {{NidsMaker::BARE, NidsMaker::PLAIN},
-               {NidsMaker::START_LINE, NidsMaker::PLAIN},
-               {NidsMaker::STARS, NidsMaker::ZLIB},
-               {NidsMaker::HEADING, NidsMaker::ZLIB},
-               {NidsMaker::START_LINE, NidsMaker::BZIP2}};
-  for (const auto& form : forms) {
-    maker.envelope = form.envelope;
-    maker.packing = form.packing;
-    maker.trailer = form.packing != NidsMaker::PLAIN;
-    draw(maker);
-    EXPECT_EQ(body(dir.read("a.meta")), body(plain)) << form.envelope << " " << form.packing;
-  }
-}
-
 TEST_F(RoadTest, RasterCellsCountFromTheUpperLeftCorner) {
   NidsMaker maker;
   maker.code = 41;
@@ -220,23 +198,21 @@ TEST_F(RoadTest, ReprojectedCornersGoThroughTheEarth) {
     const char* domain;
     Place (*expected)(const Place&);
     double tolerance;
-  } rows[] = {
-      // A square of 8 degrees by 6 on the page, 0.92 high: 8 degrees take 1, 6 take 0.75.
-      {"ll,35,-97,81,61,.1,.1",
-       [](const Place& e) {
-         return Place{0.5 + (e.x + 97) / 8, 0.5 + (e.y - 35) / 8};
-       },
-       4e-6},
-      {"or:35:-97,35,-97,81,61,.1,.1",
-       [](const Place& e) {
-         const double d = (e.x + 97) * rad;
-         const double x = earth * std::cos(e.y * rad) * std::sin(d);
-         const double y = earth * (std::cos(35 * rad) * std::sin(e.y * rad) -
-                                   std::sin(35 * rad) * std::cos(e.y * rad) * std::cos(d));
-         return Place{0.5 + x / 8, 0.5 + y / 8};
-       },
-       4e-6},
-  };
+  } rows[] = {// A square of 8 degrees by 6 on the page, 0.92 high: 8 degrees take 1, 6 take 0.75.
+              {"ll,35,-97,81,61,.1,.1",
+               [](const Place& e) {
+                 return Place{0.5 + (e.x + 97) / 8, 0.5 + (e.y - 35) / 8};
+               },
+               4e-6},
+              {"or:35:-97,35,-97,81,61,.1,.1",
+               [](const Place& e) {
+                 const double d = (e.x + 97) * rad;
+                 const double x = earth * std::cos(e.y * rad) * std::sin(d);
+                 const double y = earth * (std::cos(35 * rad) * std::sin(e.y * rad) -
+                                           std::sin(35 * rad) * std::cos(e.y * rad) * std::cos(d));
+                 return Place{0.5 + x / 8, 0.5 + y / 8};
+               },
+               4e-6}};
   const double cell = map_factor / 100;
   for (const auto& row : rows) {
     const std::vector<Record> records = draw(radialProduct(), std::string("-pd ") + row.domain);
@@ -556,38 +532,35 @@ TEST_F(RoadTest, StormsStandAtTheirAzimuthAndRange) {
   };
 
   // A cross for a quiet storm: two strokes each, 0.018 of the picture's height.
-  for (const auto envelope : {NidsMaker::HEADING, NidsMaker::BARE}) {
-    maker.envelope = envelope;
-    size_t crosses = 0;
-    const std::vector<Record> records = draw(maker, "-va cstat");
-    for (const Storm& s : storms) {
-      const Place p = place_of(s);
-      const bool quiet = s.posh < 50 && s.poh < 50 && s.meso[0] == 'N' && s.tvs[0] == 'N';
-      const auto strokes = std::count_if(records.begin(), records.end(), [&](const Record& r) {
-        return r.kind == 'L' && r.points.size() == 2 &&
-               std::hypot(middle(r).x - p.x, middle(r).y - p.y) < 3e-6 &&
-               std::fabs(std::hypot(r.points[0].x - r.points[1].x, r.points[0].y - r.points[1].y) -
-                         0.018 * page.height) < 3e-6;
+  size_t crosses = 0;
+  const std::vector<Record> records = draw(maker, "-va cstat");
+  for (const Storm& s : storms) {
+    const Place p = place_of(s);
+    const bool quiet = s.posh < 50 && s.poh < 50 && s.meso[0] == 'N' && s.tvs[0] == 'N';
+    const auto strokes = std::count_if(records.begin(), records.end(), [&](const Record& r) {
+      return r.kind == 'L' && r.points.size() == 2 &&
+             std::hypot(middle(r).x - p.x, middle(r).y - p.y) < 3e-6 &&
+             std::fabs(std::hypot(r.points[0].x - r.points[1].x, r.points[0].y - r.points[1].y) -
+                       0.018 * page.height) < 3e-6;
+    });
+    EXPECT_EQ(strokes, quiet ? 2 : 0) << s.id;
+    crosses += quiet ? 1 : 0;
+    // Triangle, circle and triangle on its head, each closed.
+    const auto shapes = [&](const char* name) {
+      return std::count_if(records.begin(), records.end(), [&](const Record& r) {
+        return r.kind == 'L' && (r.points.size() == 4 || r.points.size() == 13) &&
+               r.fill_color == color[name] &&
+               std::all_of(r.points.begin(), r.points.end(), [&](const Place& q) {
+                 return std::hypot(q.x - p.x, q.y - p.y) < 0.013 * page.height;
+               });
       });
-      EXPECT_EQ(strokes, quiet ? 2 : 0) << s.id;
-      crosses += quiet ? 1 : 0;
-      // Triangle, circle and triangle on its head, each closed.
-      const auto shapes = [&](const char* name) {
-        return std::count_if(records.begin(), records.end(), [&](const Record& r) {
-          return r.kind == 'L' && (r.points.size() == 4 || r.points.size() == 13) &&
-                 r.fill_color == color[name] &&
-                 std::all_of(r.points.begin(), r.points.end(), [&](const Place& q) {
-                   return std::hypot(q.x - p.x, q.y - p.y) < 0.013 * page.height;
-                 });
-        });
-      };
-      EXPECT_EQ(shapes("lgreen"), s.posh >= 50 ? 1 : 0) << s.id;
-      EXPECT_EQ(shapes("green"), s.posh < 50 && s.poh >= 50 ? 1 : 0) << s.id;
-      EXPECT_EQ(shapes("yellow"), s.meso[0] != 'N' ? 1 : 0) << s.id;
-      EXPECT_EQ(shapes("red"), s.tvs[0] != 'N' ? 1 : 0) << s.id;
-    }
-    EXPECT_EQ(crosses, 11U);
+    };
+    EXPECT_EQ(shapes("lgreen"), s.posh >= 50 ? 1 : 0) << s.id;
+    EXPECT_EQ(shapes("green"), s.posh < 50 && s.poh >= 50 ? 1 : 0) << s.id;
+    EXPECT_EQ(shapes("yellow"), s.meso[0] != 'N' ? 1 : 0) << s.id;
+    EXPECT_EQ(shapes("red"), s.tvs[0] != 'N' ? 1 : 0) << s.id;
   }
+  EXPECT_EQ(crosses, 11U);
 
   // Tracks: two hours of movement along the turned meridian of the storm, drawn with the map's
   // factor at the radar. Three strokes across and a head of two.

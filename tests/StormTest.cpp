@@ -73,8 +73,7 @@ TEST(StormTest, LinesOfBothForms) {
       {low_head, "07 300", 1, "1 07 300 - | 0 0 0 0 0 | 0 0 0 0 0 | - -"},
       {low_head, "07", 0, "1  - - | 0 0 0 0 0 | 0 0 0 0 0 | - -"},
       {"no head", "07 300 45 NO YES POS 55 12.5 3.0 41.0 250 30", 0,
-       "0  - - | 0 0 0 0 0 | 0 0 0 0 0 | - -"},
-  };
+       "0  - - | 0 0 0 0 0 | 0 0 0 0 0 | - -"}};
   for (const auto& row : rows) {
     StormAttr storm;
     EXPECT_EQ(storm.decode(row.head), 0) << "a head line is no storm";
