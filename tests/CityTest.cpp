@@ -14,6 +14,7 @@
 #include "EarthPoint.h"
 #include "ScratchDir.h"
 #include "String.h"
+#include "Strings.h"
 #include "Zqv.h"
 
 namespace ZQV {
@@ -129,6 +130,21 @@ TEST(CityTool, NameOfTheFile) {
   EXPECT_EQ(CityTool::getFilename(nullptr, out), 0);
   EXPECT_EQ(CityTool::getFilename("none", out), 0);
   Zqv::resrc.clear();
+}
+
+TEST(CityTool, ComparesKeys) {
+  CityData d;
+  std::snprintf(d.name, sizeof(d.name), "DENVER");
+  std::snprintf(d.id, sizeof(d.id), "DEN");
+  d.wmo = 2469;
+  for (const auto& [keys, index] : {std::pair("xx den", 1),
+                                    {"02469", 0},
+                                    {"2469", -1},
+                                    {"Denve", 0},
+                                    {"Denv", -1},
+                                    {"Denverx", -1}}) {
+    EXPECT_EQ(CityTool::compareData(Strings(keys), d), index) << keys;
+  }
 }
 
 TEST(CityTool, BlocksOfNumbers) {

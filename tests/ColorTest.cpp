@@ -75,7 +75,8 @@ TEST(ColorMapTest, ChannelTextsBecomeEntriesOnce) {
   EXPECT_EQ(map.getInd("#FF8000"), 3);
   EXPECT_EQ(map.getInd("#255000051"), 4);
   EXPECT_EQ(channels(map, 4), "1.000,0.000,0.200");
-  EXPECT_EQ(map.getNum(), 5);
+  EXPECT_EQ(channels(map, map.getInd("#00FF80")), "0.000,1.000,0.502");
+  EXPECT_EQ(map.getNum(), 6);
 }
 
 TEST(ColorMapTest, IndicesPastTheEndMeanTheLastEntry) {

@@ -177,6 +177,8 @@ TEST_F(DatumTest, TextsStandWhereTheFormatPutsThem) {
   EXPECT_EQ(draw(Datum::VALUE, 3, "", "%s%n"), (Texts{"2 2 10.00,-20.00 3"}))
       << "what is no number format counts as none";
   EXPECT_EQ(draw(5, 3, "B4", ""), Texts()) << "no such kind";
+  EXPECT_EQ(draw(Datum::TEXT, none, std::string(60, 'x').c_str(), ""),
+            (Texts{"2 2 10.00,-20.00 " + std::string(39, 'x')}));
 }
 
 TEST_F(DatumTest, WindsAndLines) {

@@ -579,6 +579,10 @@ TEST(Domain, TurnsBearings) {
   EXPECT_EQ(make("ps:90:-100").adjustDir(10, Point(0, 0)), 110);
   EXPECT_EQ(make("ps:-90:30").adjustDir(10, Point(0, 0)), 40);
   EXPECT_EQ(make("sat:0:-75").adjustDir(10, Point(80, 80)), MISSING);
+  // Between two points on the meridian of 80 west.
+  EXPECT_NEAR(make("ps:90:-100").direct(Point(68.4040F, -187.9386F), Point(34.2020F, -93.9693F)), 0,
+              1e-3);
+  EXPECT_NEAR(make("xy").direct(Point(0, 0), Point(1, 0)), 90, 1e-4);
 }
 
 // Deliberate: asked for a direction before any point was projected, LAMB computes its constant in a

@@ -1,13 +1,16 @@
-// Files, paths, buffers, hash tables.
+// Files, paths, buffers, stream decompression, hash tables.
 
 #include "File.h"
 
+#include <bzlib.h>
 #include <gtest/gtest.h>
 
+#include "BZlib.h"
 #include "Buffer.h"
 #include "Const.h"
 #include "FileTool.h"
 #include "Hash.h"
+#include "NidsMaker.h"
 #include "String.h"
 #include "TempDir.h"
 
@@ -147,4 +150,18 @@ TEST(Hash, FindsByEachKeyAndKeepsOrder) {
   ints.enter("absent", nullptr);
   EXPECT_EQ(ints.searchInt("absent"), 0);
   EXPECT_GE(hash.key("\xFF\xFE\x80"), 0);
+}
+
+TEST(BZlib, GoesOnWithTheNextStream) {
+  const std::string streams = NidsMaker::bzip2("first") + NidsMaker::bzip2("second");
+  Buffer in;
+  in.add(streams.data(), static_cast<int>(streams.size()));
+  Buffer out(100);
+  BZlib bz;
+  bz.init();
+  for (const std::string text : {"first", "second"}) {
+    EXPECT_EQ(bz.decomp(in, out), BZ_STREAM_END);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(out.get()), text.size()), text);
+    out.clear();
+  }
 }

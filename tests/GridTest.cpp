@@ -123,6 +123,13 @@ TEST(Grid, ReadsThroughItsDomain) {
 
 TEST(Grid, CopiesApart) {
   Grid grid = makeGrid();
+  const std::string text(200, 'x');
+  grid.setInfo(text.c_str());
+  grid.setDatim(text.c_str());
+  grid.setGenName(text.c_str());
+  EXPECT_EQ(std::string(grid.getInfo()).size(), 89U);
+  EXPECT_EQ(std::string(grid.getDatim()).size(), 49U);
+  EXPECT_EQ(std::string(grid.getGenName()).size(), 19U);
   Grid info;
   info.copyInfo(grid);
   EXPECT_EQ(info.getNx(), 3);

@@ -262,6 +262,18 @@ TEST(ImageTest, TranslatesPhysicalValues) {
   EXPECT_EQ(make({{1}}, 16).allocValues(), 0);
 }
 
+TEST(ImageTest, CopiesInPartsAndWhole) {
+  Image image = make({{1, 2}});
+  image.setDatim(std::string(60, 'x').c_str());
+  Image other = make({{9}});
+  EXPECT_EQ(other.copyInfo(image), 1);
+  EXPECT_EQ(std::string(other.getDatim()), std::string(49, 'x'));
+  EXPECT_EQ(other.getVal(1, 0), 0) << "the old pixels";
+  other.copyData(image);
+  image.setPixel(1, 0, 7);
+  EXPECT_EQ(other.getVal(1, 0), 2) << "deep";
+}
+
 TEST(ImageTest, FindsPlacesOnTheEarth) {
   // 5 by 5 points of 10 degrees around 40 N 100 W: the upper left is 60 N 120 W.
   Image image = make({{1, 2, 3, 4, 5},

@@ -243,7 +243,7 @@ TEST(MapFile, CountsThatLie) {
 TEST(KmlFile, ListsOfCoordinates) {
   const TempDir dir;
   const std::string two = kml(placemark("A", "1,2,3") + placemark("B", "4,5,6 7,8,9"));
-  const std::string deep = "<a>\n<a>\n<a>\n<a>\n";
+  const std::string deep = "<a>\n<a>\n<a>\n<a>\n<a>\n";
   const std::string deeper = "<a>\n<a>\n<a>\n<a>\n<a>\n<a>\n";
   const struct {
     const char* what;
@@ -266,7 +266,7 @@ TEST(KmlFile, ListsOfCoordinates) {
       {"first child without white space",
        "<?xml version=\"1.0\"?><kml>\n<a><coordinates>1,2,3</coordinates>\n</a>\n</kml>",
        {}},
-      {"ten levels", kml(deep + placemark("A", "1,2,3") + "</a></a></a></a>"), {"0 A: 2,1"}},
+      {"ten levels", kml(deep + placemark("A", "1,2,3") + "</a></a></a></a></a>"), {"0 A: 2,1"}},
       {"more", kml(deeper + placemark("A", "1,2,3") + "</a></a></a></a></a></a>"), {}},
       {"another root", "<?xml version=\"1.0\"?><gpx>\n</gpx>", {"not opened"}},
       {"nothing", "<?xml version=\"1.0\"?>", {"not opened"}},

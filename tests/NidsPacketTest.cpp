@@ -212,8 +212,10 @@ TEST(NidsPacketTest, PacketsWithoutAReaderArePassedOver) {
 }
 
 TEST(NidsPacketTest, UnknownCodeEndsTheWalk) {
-  Opened o(product(58, NidsMaker::vectors({{1, 2, 3, 4}}) +
+  Opened o(product(58, NidsMaker::winds({{0, 1, 2, 3, 4}}) + NidsMaker::vectors({{1, 2, 3, 4}}) +
                            NidsMaker::other(20, NidsMaker::text(1, 2, 3, "wrong"))));
+  EXPECT_EQ(o.nids.skipWind(), 0);
+  EXPECT_EQ(o.nids.readPacket(), 7);
   EXPECT_EQ(o.nids.skipVector(), 0);
   EXPECT_EQ(o.nids.readPacket(), 0);
   EXPECT_EQ(o.nids.getPacketCode(), 20);

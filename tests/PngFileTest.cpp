@@ -139,6 +139,7 @@ TEST(PngFileTest, IndexedImageComesBack) {
   narrow.getData()[1] = 0x7f;
   const Parsed n = parse(write(dir, narrow));
   EXPECT_EQ(n.data.at("PLTE").size(), 48);
+  EXPECT_EQ(n.data.count("tRNS"), 0U);
   EXPECT_EQ(n.data.at("IDAT"), std::string("\0\0\x7f\0\0", 5));
 }
 

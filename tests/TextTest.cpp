@@ -110,6 +110,9 @@ TEST(String, CopyOfAnAbsentTextLeavesTheLength) {
 }
 
 TEST(StrLib, TellsNumbersAndTemplates) {
+  EXPECT_TRUE(StrLib::equal("abcd", 2, "ab"));
+  EXPECT_FALSE(StrLib::equal("abcd", 2, "abc"));
+  EXPECT_FALSE(StrLib::equal("abcd", 2, "a"));
   EXPECT_TRUE(StrLib::isNum("-"));  // deliberate
   EXPECT_FALSE(StrLib::isNum(""));
   EXPECT_TRUE(StrLib::isNum("-12"));
@@ -119,6 +122,9 @@ TEST(StrLib, TellsNumbersAndTemplates) {
   EXPECT_TRUE(StrLib::check("K1a-x", "ud[abc]-"));
   EXPECT_FALSE(StrLib::check("K1d-", "ud[abc]-"));
   EXPECT_FALSE(StrLib::check("K1", "udd"));
+  char text[20] = "a\tb\x01\x80";
+  StrLib::clean(text);
+  EXPECT_STREQ(text, "a b");
 }
 
 TEST(Tools, WritesValuesByTheTrailingZeroRule) {
