@@ -356,6 +356,9 @@ TEST_F(ReportPlotTest, RcmBoxOfASite) {
               ElementsAre("-", "-", "-", "green", "blue", "magenta", "red"));
   EXPECT_THAT(colors("p", "Clutter=30"),
               ElementsAre("blue", "cyan", "-", "green", "blue", "magenta", "red"));
+  // Alone it is 25 km, less than where the first two begin and than where the third ends.
+  EXPECT_THAT(colors("p", "clutter"),
+              ElementsAre("blue", "cyan", testing::_, "green", "blue", "magenta", "red"));
 }
 
 TEST_F(ReportPlotTest, RcmItemsOfASite) {
@@ -481,6 +484,8 @@ TEST_F(ReportPlotTest, WithoutOptionsTheNewestRcmMosaicIsDrawn) {
   EXPECT_THAT(words(), ElementsAre("P"));
   EXPECT_THAT(blocks(tree + "-cu '#202005201930'", page, "", list, 231, 215),
               ElementsAre("cyan", "red", "magenta"));
+  draw(tree + page.args(), "zqvcurtime='#202005201955'");
+  EXPECT_THAT(run.out, HasSubstr("Plotting for: 19:45Z 20 MAY 2020\n")) << "from half past on";
   // A loop: labels of the variables in every frame.
   draw(tree + "-va mode -cot white:fo=#dev" + page.args("nf=2,linc=30"), now);
   EXPECT_THAT(run.out, HasSubstr("Plotting for: 19:45Z 20 MAY 2020\n"));
@@ -510,6 +515,14 @@ TEST_F(ReportPlotTest, MdrMosaicAndItsStations) {
                                      "1235Z 20 APR 20", "Radar status", "Echo top [100ft]"}));
   expectText("310", page.at(planeOf(offsetOf(90, 60).y, offsetOf(90, 60).x)));
   expectText("TRWxx", page.ofEarth(tlx_lat, tlx_lon));
+  // Only the first frame of a run has labels of the variables: deliberate.
+  dir.write("tree/mdr/2020042011.mdr", text);
+  draw(tree + "-va stat -cot white:fo=#dev" + page.args("nf=2,linc=60"), now);
+  EXPECT_EQ(std::count_if(texts.begin(), texts.end(), [](const Text& t) { return t.text == "NE"; }),
+            2);
+  EXPECT_EQ(std::count_if(texts.begin(), texts.end(),
+                          [](const Text& t) { return t.text == "Radar status"; }),
+            1);
   // The rows on page 50 begin at column 49, both from 0.
   const std::vector<Block> list = {{50, 50, 4}, {56, 50, 2}};
   const std::string file = "tree/mdr/2020042012.mdr";
