@@ -138,6 +138,7 @@ TEST(DatumAttrTest, FirstRowThatFitsActs) {
               {"hi=nan,wi=x,sh=", ""},
               {"ta=rt,red", "ha3 va1 cored"},
               {"ta=xs", "ha2 va4"},
+              {"ta=LB", "ha1 va5"},
               {"bold,ta=lc", "ha2 va3 cobold"},
               {"mk=Circle", "mk4"},
               {"mk=itri", "mk9"},
@@ -149,6 +150,20 @@ TEST(DatumAttrTest, FirstRowThatFitsActs) {
   for (const auto& row : rows) {
     EXPECT_EQ(describe(DatumAttr(row.text)), row.expected) << (row.text != nullptr ? row.text : "");
   }
+}
+
+TEST(DatumAttrTest, ValuesOfADatum) {
+  Datum datum(EarthPoint(1, 2));
+  EXPECT_EQ(datum.setValue(5, 1) + datum.setValue(-1, 1), 0);
+  for (const float v : {Const::FMISS, 2.0F}) {
+    datum.setValue(0, v);
+    datum.offsetValue(0, 3);
+    datum.scaleValue(0, 2);
+    EXPECT_EQ(datum.getValue(0), v == 2.0F ? 10.0F : Const::FMISS);
+  }
+  datum.setFormat("ul");
+  datum.addFormat("co=red");
+  EXPECT_STREQ(datum.getFormat(), "ul,co=red");
 }
 
 TEST_F(DatumTest, TextsStandWhereTheFormatPutsThem) {

@@ -798,8 +798,11 @@ TEST(Domain, Prints) {
   val.clat = val.clon = val.dx = val.dy = 1;
   val.nx = val.ny = 3;
   const char* const rest = ":1.000000:1.000000:::,1.000000,1.000000,3,3,1.000000,1.000000\n";
-  for (const auto& [proj, name, val_name] :
-       {std::tuple(Domain::XY, "xy", "xy"), {Domain::TEPH, "teph", ""}, {Domain::XP, "", ""}}) {
+  for (const auto& [proj, name, val_name] : {std::tuple(Domain::XY, "xy", "xy"),
+                                             {Domain::TEPH, "teph", ""},
+                                             {Domain::RTEPH, "rteph", ""},
+                                             {Domain::POLAR, "polar", "polar"},
+                                             {Domain::XP, "", ""}}) {
     val.proj = proj;
     const Domain domain(val);
     testing::internal::CaptureStdout();

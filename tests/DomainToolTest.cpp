@@ -86,6 +86,7 @@ TEST(DomainTool, Layouts) {
                       {"sat,0,-75", {9, 0, -75, 1.2F, 1.2F, 25, 17}},
                       {"size,640,480.9", {51, M, M, M, M, 640, 480}},
                       {"zoom,40,-100", {50, 40, -100, 1, 1, 25, 17}},
+                      {"MISS", {ms, M, M, M, M, ms, ms}},
                       {"none", {ms, M, M, M, M, ms, ms}},
                       {"miss,1,2", {ms, M, M, M, M, ms, ms}},
                       // The projection field: with two parts in all the second is plon.

@@ -1,18 +1,22 @@
-// Files, paths, buffers, stream decompression, hash tables.
+// Files, paths, buffers, byte order, stream decompression, hash tables.
 
 #include "File.h"
 
 #include <bzlib.h>
 #include <gtest/gtest.h>
+#include <zlib.h>
 
 #include "BZlib.h"
 #include "Buffer.h"
 #include "Const.h"
 #include "FileTool.h"
+#include "FloatArray.h"
 #include "Hash.h"
 #include "NidsMaker.h"
 #include "String.h"
+#include "Swap.h"
 #include "TempDir.h"
+#include "Zlib.h"
 
 using namespace ZQV;
 
@@ -150,6 +154,49 @@ TEST(Hash, FindsByEachKeyAndKeepsOrder) {
   ints.enter("absent", nullptr);
   EXPECT_EQ(ints.searchInt("absent"), 0);
   EXPECT_GE(hash.key("\xFF\xFE\x80"), 0);
+}
+
+TEST(FloatArray, GrowsByTenAndNoFurther) {
+  FloatArray array(2);
+  EXPECT_EQ(array.set(11, 1.0F), 1);
+  EXPECT_EQ(array.get(3), Const::FMISS);
+  EXPECT_EQ(array.set(40, 1.0F) + array.set(-1, 1.0F), 0);
+  EXPECT_EQ(array.get(-1), 1.0F);
+  EXPECT_EQ(array.offset(11, 0.5F), 1);
+  EXPECT_EQ(array.get(11), 1.5F);
+}
+
+TEST(Swap, ReadsEitherOrder) {
+  const TempDir dir;
+  File file;
+  file.open(dir.write("f", std::string("\x00\x01\xFF\xFE\x01\x02\x01", 7)).c_str(), "r");
+  unsigned short u = 0;
+  short s = 0;
+  int i = 77;
+  Swap big(Swap::DataStand);
+  big.readUInt2(file, u);
+  big.readInt2(file, s);
+  EXPECT_EQ(u, 1);
+  EXPECT_EQ(s, -2);
+  Swap(Swap::DataLittle).readInt2(file, s);
+  EXPECT_EQ(s, 0x201);
+  EXPECT_LT(big.readInt4(file, i), 1);
+}
+
+TEST(Zlib, CompressesWhatItDecompresses) {
+  Buffer in;
+  in.add("some text some text", 19);
+  Buffer packed(200);
+  Zlib deflater(Zlib::COMPRESS);
+  deflater.init();
+  EXPECT_EQ(deflater.comp(in, packed, Z_FINISH), Z_STREAM_END);
+  EXPECT_EQ(deflater.decomp(in, packed), -1);
+  Buffer out(200);
+  Zlib inflater;
+  EXPECT_EQ(inflater.decomp(packed, out), -1) << "not started";
+  inflater.init();
+  inflater.decomp(packed, out);
+  EXPECT_STREQ(reinterpret_cast<const char*>(out.get()), "some text some text");
 }
 
 TEST(BZlib, GoesOnWithTheNextStream) {

@@ -45,6 +45,17 @@ TEST(Grid, ReadsBetweenPoints) {
   EXPECT_EQ(Grid().getValue(GridPoint(0, 0)), M);
 }
 
+TEST(Grid, SingleValueIsEverywhere) {
+  Grid grid(1, 1);
+  grid.setValue(0, 0, 5);
+  EXPECT_EQ(grid.getValue(-7, 100), 5);
+  EXPECT_EQ(grid.getValue1(-7, 100), M);
+  EXPECT_EQ(grid.allocLocate(), 1);
+  EXPECT_EQ(grid.setLocate(0, 0, Point(4, 5)), 1);
+  EXPECT_EQ(grid.getLocate(0, 0).y, 5);
+  EXPECT_FALSE(grid.getLocate(1, 0).isSet());
+}
+
 // A missing neighbour spoils the value even where it would count nothing.
 TEST(Grid, MissingCornerSpoilsTheCell) {
   Grid grid = makeGrid();

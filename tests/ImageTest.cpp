@@ -116,6 +116,10 @@ TEST(ImageTest, GivesRowsInPlaceAndAsBytes) {
   EXPECT_EQ(image.findRow(-1), nullptr);
   image.setWidth(3);
   EXPECT_EQ(image.getBytes(1, buffer)[2], 0) << "a header wider than the store";
+  Domain domain = latLon(40, -90, 50, 60, 1);
+  image.bindDomain(domain);
+  EXPECT_EQ(image.getWidth(), 3) << "the size stays";
+  EXPECT_EQ(image.getDomainVal().nx, 50);
   EXPECT_EQ(make({{0x1ff, 0x102}}, 16).getBytes(0, buffer)[1], 2);
   EXPECT_EQ(buffer[0], 255);
 }
@@ -412,6 +416,8 @@ TEST(ImageMathTest, IndexesExactColours) {
   EXPECT_EQ(result.getNumColors(), 3);
   EXPECT_EQ(result.getTransColor(), 1);
   EXPECT_EQ(result.getBlu(2), 1.0F);
+  EXPECT_EQ(ImageMath::toIndex(result, image), 1) << "indexed already";
+  EXPECT_EQ(pixels(image), pixels(result));
   Rows rows(2, std::vector<int>(150));
   for (int i = 0; i < 300; i++)
     rows[static_cast<size_t>(i) / 150][static_cast<size_t>(i) % 150] = i;

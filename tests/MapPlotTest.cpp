@@ -441,3 +441,13 @@ TEST_F(MapPlotTest, MarksAndGrids) {
   EXPECT_EQ(drawnMap(degrees, "mf=l.mpl").size(), 17U);
   EXPECT_EQ(drawnMap("latlon,40,-100,4001,2,.01,40", "mf=grid").size(), 1335U) << "every third";
 }
+
+TEST_F(MapPlotTest, ItemsWithoutLinesWarn) {
+  EXPECT_EQ(drawnMap(degrees, "mf=im:none.gif").size(), 0U);
+  EXPECT_NE(err, "");
+  drawnMap(degrees, "mf=if:none.gif");
+  EXPECT_EQ(err, "");
+  dir.write("l.mpl", "rf:a a.raw");
+  drawnMap(degrees, "mf=l.mpl");
+  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << "once: " << err;
+}

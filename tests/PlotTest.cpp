@@ -8,6 +8,7 @@
 
 #include "EarthPoint.h"
 #include "EarthPoints.h"
+#include "GeomBox.h"
 #include "MetaTest.h"
 #include "PlotAttr.h"
 #include "Point.h"
@@ -71,6 +72,16 @@ TEST_F(PlotTest, PanelsShareThePage) {
     }
     EXPECT_EQ(plot.setPanel(16), 0);
   });
+}
+
+TEST_F(PlotTest, GeometryTexts) {
+  GeomBox box;
+  EXPECT_EQ(Plot::decodeGeometryStr("x", box), 0);
+  EXPECT_EQ(Plot::decodeGeometryStr("640x480+10-20", box), 2);
+  EXPECT_EQ(box.y, -20);
+  EXPECT_EQ(Plot::decodeGeometryStr("-5+6", box), 3);
+  EXPECT_EQ(box.width, Const::FMISS);
+  EXPECT_EQ(box.x, -5);
 }
 
 TEST_F(PlotTest, SwitchesOfElements) {

@@ -137,6 +137,9 @@ TEST(EarthPoints, RangeAndOutline) {
   EXPECT_EQ(range.min_lon, -20);
   EXPECT_TRUE(pts.within(EarthPoint(20, 0)));
   EXPECT_FALSE(pts.within(EarthPoint(5, 0)));
+  EarthPoint centre;
+  EXPECT_EQ(pts.getCenter(centre), 1);
+  EXPECT_FLOAT_EQ(centre.lon, 20);
 }
 
 TEST(Values, SortOrKeep) {

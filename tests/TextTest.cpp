@@ -109,6 +109,22 @@ TEST(String, CopyOfAnAbsentTextLeavesTheLength) {
   EXPECT_STREQ(s.get(), "d");
 }
 
+TEST(StrLib, ReadsColumnFields) {
+  EXPECT_EQ(StrLib::toInt("  12  ", 0, 6), 12);
+  EXPECT_EQ(StrLib::toInt("      ", 0, 6), Const::MISS);
+  EXPECT_EQ(StrLib::toInt("123456", 4, 10), 56);
+  EXPECT_FLOAT_EQ(StrLib::toFloat("xx 1.5", 2, 4), 1.5F);
+  EXPECT_STREQ(StrLib::getField(",,a,,b", ',', 1), "b");
+  EXPECT_EQ(StrLib::getField("a,b", ',', 2), nullptr);
+  EXPECT_TRUE(StrLib::hasToken("a:b:c", ':', "b"));
+  EXPECT_FALSE(StrLib::hasToken("a:bb:c", ':', "b"));
+  char words[20] = "ABC DEF";
+  StrLib::upCaseFirst(words);
+  EXPECT_STREQ(words, "Abc Def");
+  StrLib::copy(words, 5, "abcdefgh", -6);
+  EXPECT_STREQ(words, "abc");
+}
+
 TEST(StrLib, TellsNumbersAndTemplates) {
   EXPECT_TRUE(StrLib::equal("abcd", 2, "ab"));
   EXPECT_FALSE(StrLib::equal("abcd", 2, "abc"));
