@@ -15,6 +15,10 @@ namespace ZQV {
 /** Tests of what a plot draws into a metafile, with a directory of their own ahead of the package's
  * data and no settings. */
 class MetaTest : public testing::Test {
+ public:
+  MetaTest(const MetaTest&) = delete;
+  MetaTest& operator=(const MetaTest&) = delete;
+
  protected:
   /** @param params  of the device, behind the name of its file */
   explicit MetaTest(const std::string& params = "") {
