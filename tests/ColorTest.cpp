@@ -22,6 +22,7 @@ namespace ZQV {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 
 /** black, Red, blue. */
 ColorMap smallMap() {
@@ -342,6 +343,12 @@ TEST(ColorFillTest, BadIndicesGiveBlanks) {
   EXPECT_EQ(describe(fill.get(-3.0F)), "") << "a value below the first bound";
   EXPECT_EQ(describe(fill.get(Const::FMISS)), "");
   EXPECT_EQ(fill.getValue(9), Const::FMISS);
+  fill.set(map, "0:Red:w2,blue");
+  testing::internal::CaptureStdout();
+  fill.print();
+  EXPECT_THAT(testing::internal::GetCapturedStdout(),
+              HasSubstr("Intrvl: -9999.00 Base: -9999.00\nval: 0.00\nPlotAttr co: Red 1 st: -9999 "
+                        "he: -9999.00 wi:  2.00 ex: -9999.00 fi: -9999 sh: -9999 fo: \n"));
 }
 
 TEST(ColorFillTest, FillFilesGiveOnlySomeBounds) {

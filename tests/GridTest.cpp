@@ -102,6 +102,10 @@ TEST(Grid, Statistics) {
   grid.offset(1);
   EXPECT_EQ(grid.getValue(0, 0), M);
   EXPECT_EQ(grid.getValue(1, 0), 5);
+  testing::internal::CaptureStdout();
+  grid.printStats();
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "Size: 3 2\nMax: 27.000000 Min: 5.000000 Ave: 17.400000\nMiss: 1\n");
   Grid none(2, 2);
   Range range(1, 1);
   EXPECT_EQ(none.getRange(range), 1);

@@ -295,6 +295,11 @@ TEST(ImageTest, FindsPlacesOnTheEarth) {
   EXPECT_EQ(image.getPixel(EarthPoint()), 0);
   EXPECT_EQ(image.setPixel(GridPoint(0.6F, 1.4F), 99), 1);
   EXPECT_EQ(image.getVal(1, 1), 99);
+  testing::internal::CaptureStdout();
+  image.printData(EarthPoint(20.0F, -80.0F));
+  make({{3, 3, 200}}).printHist();
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "Ind: 25 Value: 25.000000\n  3      2\n200      1\n");
 }
 
 TEST(ImageMathTest, RemapsOntoAnotherDomain) {

@@ -321,6 +321,14 @@ TEST(NidsFileTest, HeaderReachesTheSummary) {
   EXPECT_EQ(o.nids.getVolScan(), 33);
   EXPECT_EQ(o.nids.getOffSymb(), 60);
   EXPECT_EQ(o.nids.getParam(9), 11);
+  ::testing::internal::CaptureStdout();
+  o.info.print();
+  const std::string out = ::testing::internal::GetCapturedStdout();
+  for (const char* lines : {"Info: Base reflectivity [dBZ]\nMisc: Md=pr Rng=230(1.0) El=0.5 "
+                            "Mx=49\nSrc: 302\nLat: 35.33",
+                            "\nThres: 3 15.000000\nThres: 4 20.000000\n", "\nEnd Time: -9999\n"}) {
+    EXPECT_NE(out.find(lines), std::string::npos) << out;
+  }
 }
 
 TEST(NidsFileTest, DatesBeyondTheClockStandAtItsEnd) {
