@@ -57,6 +57,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (file.open(name, compressed ? 1 : 0) == 0) {
     return 0;
   }
+  constexpr unsigned ahead = 0xF0;  // of the first byte, which no reader looks at
+  file.setAhead(size > 0 && (data[0] & ahead) == ahead ? 2 : 0);
   file.getHeader(info);
   Lev2Data radial;
   for (int type = 0; file.getBlock(radial) != 0; type = (type + 1) % 4) {

@@ -131,6 +131,7 @@ int Lev2File::init() {
 
 /** Nothing read, nothing held. */
 void Lev2File::resetStream() {
+  ahead.stop();
   bz.finish();
   date.init();
   isize = iptr = iavail = 0;
@@ -167,9 +168,15 @@ int Lev2File::open(const char* name, int compressed) {
 }
 
 int Lev2File::close() {
+  ahead.stop();
   opened = false;
   head_num = head_ptr = 0;
   return file.close();
+}
+
+int Lev2File::setAhead(int num_threads) {
+  ahead_threads = std::max(num_threads, 0);
+  return 1;
 }
 
 int Lev2File::setCompress(int flag) {
@@ -245,10 +252,16 @@ int Lev2File::readFile(unsigned char* dest, int n) {
 /** Fills the input: one record of a chain, or what the window has room for. @return isize */
 int Lev2File::readRecord() {
   iptr = isize = 0;
-  if (!chain) {
+  if (chain) {
+    isize = ahead.isStarted() ? ahead.next() : readChained(in);
+  } else {
     isize = readFile(in.data(), std::clamp(window - (osize - blk_off), 0, window));
-    return isize;
   }
+  return isize;
+}
+
+/** One record of a chain, into bytes that grow for it. @return bytes read */
+int Lev2File::readChained(std::vector<unsigned char>& bytes) {
   std::array<unsigned char, 4> word{};
   if (readFile(word.data(), word.size()) < static_cast<int>(word.size())) {
     return 0;
@@ -256,19 +269,20 @@ int Lev2File::readRecord() {
   // The last record of a volume has a negative length.
   const int64_t stated = std::abs(static_cast<int64_t>(Cursor(word.data()).u4()));
   const int length = static_cast<int>(std::min(stated, max_record));
-  while (isize < length) {
-    // The input grows by what the file holds, not by what the record states.
-    if (isize == static_cast<int>(in.size())) {
-      in.resize(static_cast<size_t>(std::min<int64_t>(2 * static_cast<int64_t>(isize), length)));
+  int size = 0;
+  while (size < length) {
+    // They grow by what the file holds, not by what the record states.
+    if (size == static_cast<int>(bytes.size())) {
+      bytes.resize(static_cast<size_t>(std::min<int64_t>(2 * static_cast<int64_t>(size), length)));
     }
-    const int part = std::min(length, static_cast<int>(in.size())) - isize;
-    const int n = readFile(in.data() + isize, part);
-    isize += n;
+    const int part = std::min(length, static_cast<int>(bytes.size())) - size;
+    const int n = readFile(bytes.data() + size, part);
+    size += n;
     if (n < part) {
       break;
     }
   }
-  return isize;
+  return size;
 }
 
 /** What the feeds put behind a file, where the last read was a short one. */
@@ -301,34 +315,48 @@ void Lev2File::compact() {
 
 /** Decompresses into the rest of the window. @return bytes made, -1 on an error */
 int Lev2File::unpack(bool fresh) {
+  const int room = window - osize;
+  if (ahead.isStarted()) {
+    const int made = ahead.read(out.data() + osize, room);
+    const BZahead::End end = ahead.getEnd();
+    return take(made, end == BZahead::WHOLE, end == BZahead::FAULT);
+  }
   if (fresh) {
     bz.init();
     bz.setIn(in.data(), isize);
   }
-  const int room = window - osize;
   bz.setOut(out.data() + osize, room);
-  const int stat = bz.decomp();
+  bz.decomp();
   if (Zqv::checkDebug(3)) {
     bz.print();
   }
+  iavail = bz.getAvailIn();
+  iptr = isize - iavail;
+  return take(room - bz.getAvailOut(), bz.getStatus() == BZ_STREAM_END, bz.isError());
+}
+
+/** Takes decompressed bytes into the window. @return made, -1 on an error */
+int Lev2File::take(int made, bool whole, bool fault) {
   // What came out ahead of a fault is as good as the rest.
-  const int made = room - bz.getAvailOut();
-  if ((bz.isError() && made < 1) || unpacked > max_unpacked) {
+  if ((fault && made < 1) || unpacked > max_unpacked) {
     return -1;
   }
   Zqv::outDebug(6, "NSIZE: %d \n", made);
   unpacked += made;
   osize += made;
   oavail += made;
-  iavail = bz.getAvailIn();
-  iptr = isize - iavail;
   Zqv::outDebug(6, "XZ %d %d %d %d\n", blk_off, osize, optr, oavail);
-  if (bz.isError()) {
+  if (fault) {
     stop();
     return made;
   }
   // A stream whose input has ended stands still.
-  return (stat != BZ_OK && stat != BZ_STREAM_END) || (stat == BZ_OK && made == 0) ? -1 : made;
+  return made == 0 && !whole ? -1 : made;
+}
+
+/** Whether the record at hand has given all that it has. */
+bool Lev2File::isRecordDone() {
+  return ahead.isStarted() ? ahead.getEnd() == BZahead::WHOLE : bz.getStatus() == BZ_STREAM_END;
 }
 
 /** Drops bytes of a message that was left behind. @return bytes that are left of those made */
@@ -354,11 +382,22 @@ int Lev2File::readData() {
     if (osize >= window) {
       return 0;  // no message is that long
     }
-    const bool fresh = isize == 0 || bz.getStatus() == BZ_STREAM_END || !chain;
+    const bool fresh = isize == 0 || !chain || isRecordDone();
     if (fresh) {
+      // The lines about the stream tell of steps taken in turn.
+      const bool told = Zqv::checkDebug(3) || Zqv::checkDebug(4) || Zqv::checkDebug(6);
+      if (chain && ahead_threads > 0 && !told && !ahead.isStarted()) {
+        ahead.start(ahead_threads, [this](std::vector<unsigned char>& bytes) {
+          bytes.resize(window);
+          bytes.resize(static_cast<size_t>(readChained(bytes)));
+          return !bytes.empty();
+        });
+      }
       readRecord();
       Zqv::outDebug(3, "Read: %d %d - %d\n", isize, iptr, iavail);
-      cutTrailer(in.data());
+      if (!ahead.isStarted()) {
+        cutTrailer(in.data());  // in a chain it lies behind the last stream
+      }
       if (isize < 1) {
         isize = 0;
         return -1;

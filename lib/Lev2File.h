@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "BZahead.h"
 #include "BZlib.h"
 #include "Date.h"
 #include "File.h"
@@ -46,6 +47,10 @@ class Lev2File {
   int close();
   [[nodiscard]] bool isOpen() const { return opened; }
   int setCompress(int flag);
+  /** Threads that decompress a chain ahead of the reader, 0 (the default) for none; for plain files
+   *  only, since a pipe may keep them waiting. What is read is the same. Takes effect with the next
+   *  record; off while debug lines tell of the stream. */
+  int setAhead(int num_threads);
   /** Identifier to use in place of the header's, at most 9 characters. */
   int setId(const char* text);
 
@@ -105,8 +110,11 @@ class Lev2File {
   void resetStream();
   int readFile(unsigned char* dest, int n);
   int readRecord();
+  int readChained(std::vector<unsigned char>& bytes);
   void compact();
   int unpack(bool fresh);
+  int take(int made, bool whole, bool fault);
+  [[nodiscard]] bool isRecordDone();
   int dropPending(int made);
   void cutTrailer(const unsigned char* bytes);
   int readHead();
@@ -140,6 +148,8 @@ class Lev2File {
   int64_t unpacked = 0;  ///< bytes that the records have given
   bool failed = false;   ///< no more input after an error
   BZlib bz;
+  int ahead_threads = 0;
+  BZahead ahead;  ///< in place of bz where it is started
   int blk_off = 0;
   int blk_size = 0;
   std::string id;

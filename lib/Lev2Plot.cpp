@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "BZahead.h"
 #include "CellPainter.h"
 #include "ColorFill.h"
 #include "Convert.h"
@@ -282,6 +283,9 @@ int Lev2Plot::draw(Plot& plot) {
       Zqv::outWarning("Lev2Plot: Unable to open file: %s\n", filename.getName());
       Zqv::setError(FileTool::isFile(filename.getName()) ? Zqv::NODATA : Zqv::NOFILE);
       return 0;
+    }
+    if (FileTool::isFile(filename.getName())) {
+      volume->file.setAhead(BZahead::coreThreads());
     }
     volume->file.getHeader(volume->info);
   }

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Times whole processes and prints the table of scripts/bench.sh.
 
-    bench.py RUNS BUILD_DIR PRODUCT_DIR
+    bench.py RUNS BUILD_DIR PRODUCT_DIR [PART...]
 
 The commands take turns, so that a slow moment of the machine falls on all of them; the medians are compared within
-this one run only.
+this one run only. Parts are pages, pictures, volumes, mosaics, summaries, maps and loop; without any, all.
 """
 import os
 import statistics
@@ -153,7 +153,7 @@ def volumes(empty):
           "\nthat has lines for every radial.")
 
 
-def mosaics():
+def mosaics(_empty):
     """A mosaic of 5120 by 5760 to a picture of 640 by 512: beside reading its bytes and decoding their runs."""
     file = os.path.join(products, "mosaic.kav")
     draw = [program, "-in", "kav", file, "-df", config, "-de", "raster", "-ou", "png:/dev/null", "-ge", "640x512",
@@ -166,7 +166,7 @@ def mosaics():
           f"decoded {own - 1.5 * decode:+.2f} ms, {got['us'][1] / 1024:.1f} MB")
 
 
-def summaries():
+def summaries(_empty):
     """A summary of coded messages, 452 by 356, to a picture: with 150 stations and what they have, and without."""
     files = {name: os.path.join(products, name + ".rcm") for name in ("bare", "stations")}
     draw = [program, "-in", "rcm", "-df", config, "-de", "raster", "-ou", "png:/dev/null", "-dr", "plot,data,text",
@@ -178,7 +178,7 @@ def summaries():
           f"{stations / without:.2f} x, {got['stations'][1] / 1024:.1f} MB")
 
 
-def maps():
+def maps(_empty):
     """The sample product with the default map and without, by scale of the view."""
     sample = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "data", "sample.nids")
     views = [("national", ["-pd", "us"]), ("regional", ["-pd", "lc:40:-97:33:45,35.3,-97.3,91,61,.15,.15"]),
@@ -192,7 +192,7 @@ def maps():
               f"{(memory - bare_memory) / 1024:6.1f}")
 
 
-def loop():
+def loop(_empty):
     """A loop of 24 frames in a window: when the first one shows, and what it takes."""
     if not os.environ.get("DISPLAY"):
         return
@@ -224,12 +224,8 @@ def loop():
           f"{drawn[-1] * 1e3:.0f} ms, {memory / 1024:.1f} MB (scripts/bench.sh --parts: time to show a frame)")
 
 
-def main():
-    base = measure({"empty": [bare, "empty"], "help": [program, "-h", "-df", config]})
-    empty = base["empty"][0]
-    print(f"medians of {runs} runs each; ms, and ratios within this run\n")
-    print(f"empty process            {empty * 1e3:8.2f}")
-    print(f"scopeview -h             {base['help'][0] * 1e3:8.2f}   {base['help'][0] / empty:5.2f} x empty\n")
+def pages(empty):
+    """Product to page, on its own domain, reprojected and with a map."""
     head = f"{'product':30} {'device':6} {'polygons':>8} {'read':>7} {'print':>7} {'own':>8} {'/floor':>7}"
     print(f"{head} {'reproj':>8} {'/own':>6} {'+map':>6} {'MB':>6}")
     for name, what in PRODUCTS:
@@ -254,12 +250,17 @@ def main():
     print("\nread: reading and bare decompression; print: a bare loop that prints as many polygons with"
           "\nstd::to_chars; floor: read + print - empty; reproj: the same product on a Lambert map; +map: what the"
           "\ndefault map adds to own; MB: with it.")
-    pictures(empty)
-    volumes(empty)
-    mosaics()
-    summaries()
-    maps()
-    loop()
+
+def main():
+    base = measure({"empty": [bare, "empty"], "help": [program, "-h", "-df", config]})
+    empty = base["empty"][0]
+    print(f"medians of {runs} runs each; ms, and ratios within this run\n")
+    print(f"empty process            {empty * 1e3:8.2f}")
+    print(f"scopeview -h             {base['help'][0] * 1e3:8.2f}   {base['help'][0] / empty:5.2f} x empty\n")
+    parts = {"pages": pages, "pictures": pictures, "volumes": volumes, "mosaics": mosaics, "summaries": summaries,
+             "maps": maps, "loop": loop}
+    for part in sys.argv[4:] or parts:
+        parts[part](empty)
 
 
 main()

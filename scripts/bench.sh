@@ -2,8 +2,9 @@
 # Measures whole runs of the program against their floors, and prints one table: medians of wall time and the
 # largest memory of each, with ratios. Builds release first.
 #
-#   scripts/bench.sh [RUNS]    RUNS of each command, at least 7 (default 9)
-#   scripts/bench.sh --parts   the Google Benchmark programs of bench/ instead
+#   scripts/bench.sh [RUNS [PART...]]   RUNS of each command, at least 7 (default 9); of all parts, or of pages,
+#                                       pictures, volumes, mosaics, summaries, maps, loop
+#   scripts/bench.sh --parts            the Google Benchmark programs of bench/ instead
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -27,4 +28,4 @@ if [[ ${1:-} == --parts ]]; then
   exit 0
 fi
 python3 tools/make_bench_products.py build/bench
-python3 scripts/bench.py "${1:-9}" build/release build/bench
+python3 scripts/bench.py "${1:-9}" build/release build/bench "${@:2}"

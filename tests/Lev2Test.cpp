@@ -410,6 +410,67 @@ TEST(Lev2File, ReadsOnAcrossTheWindow) {
   }
 }
 
+TEST(Lev2File, ThreadsAheadReadTheSame) {
+  // Records of many sizes, one longer than a thread holds; whole, cut, damaged, left and reread.
+  const TempDir dir;
+  const Lev2Maker maker;
+  std::string volume = maker.header();
+  unsigned noise = 1;
+  int made = 0;
+  const int record_radials[] = {3, 40, 1, 1200, 60, 7, 90};
+  for (const int n : record_radials) {
+    std::string messages;
+    for (int i = 0; i < n; i++) {
+      std::vector<int> levels(1800, made % 256);
+      for (size_t k = 0; k < 50; k++) {
+        noise = noise * 1664525U + 1013904223U;
+        levels[k] = static_cast<int>(noise >> 29U);
+      }
+      messages += maker.message31(Radial{0.25 * made++, 1, 0.5, refl(levels), {}, true, 2});
+    }
+    volume += Lev2Maker::record(messages);
+  }
+  /** Radials read, and a sum over their gates in order. */
+  const auto walk = [](Lev2File& file, int most) {
+    Lev2Info info;
+    std::pair<int, uint64_t> seen{};
+    file.getHeader(info);
+    Lev2Data data;
+    for (; seen.first < most && file.getBlock(data) != 0; file.nextBlock(), seen.first++) {
+      int num = 0;
+      const unsigned char* levels =
+          file.setDataType(Lev2File::REFLECTIVITY) == 1 ? file.getGates(num) : nullptr;
+      for (int i = 0; i < num; i++) {
+        seen.second = seen.second * 31 + levels[i];
+      }
+    }
+    return seen;
+  };
+  const size_t size = volume.size();
+  std::string damaged = volume;
+  damaged[size / 2] = static_cast<char>(damaged[size / 2] ^ 4);
+  const struct {
+    std::string bytes;
+    int most, least;
+  } rows[] = {{volume, 9999, made},
+              {volume, 30, 30},
+              {volume, 700, 700},
+              {volume.substr(0, size / 2), 9999, 44},
+              {volume.substr(0, size - 1), 9999, 1300},
+              {damaged, 9999, 44},
+              {volume + "\r\r\n\003", 9999, made},
+              {volume + std::string(4, '\0') + volume.substr(24), 9999, made}};
+  for (const auto& row : rows) {
+    Lev2File file(dir.write("v", row.bytes).c_str(), 1);
+    const auto expected = walk(file, row.most);
+    EXPECT_GE(expected.first, row.least);
+    for (const int threads : {1, 2}) {
+      file.setAhead(threads);
+      EXPECT_EQ(walk(file, row.most), expected) << threads << ", " << row.bytes.size();
+    }
+  }
+}
+
 TEST(Lev2File, HeadersAndScales) {
   const PackageData data_files;
   const TempDir dir;
