@@ -1,6 +1,8 @@
 #include "CellPainter.h"
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "Const.h"
 #include "EarthPoint.h"
@@ -23,6 +25,7 @@ void CellPainter::setDomain(const Domain& domain, const EarthPoint& site) {
   EarthPoint place = site;
   product.tran(place, centre);
   same_proj = DomainVal::compareProj(plot.getDomainVal(), product);
+  by_radial = !same_proj || plot.placesCells();
 }
 
 void CellPainter::fillCorners(const Point& a, const Point& b, const Point& c, const Point& d) {
@@ -51,47 +54,71 @@ void CellPainter::setRadial(double az0, double az1, float from, float step) {
   start = from;
   length = step;
   spans.clear();
-  xs.clear();
-  ys.clear();
-  span = 0;
-  placed = false;
 }
 
 void CellPainter::addCells(int first, int num) {
-  // Neighbouring cells share a side, so that each costs two corners.
-  const bool goes_on = !spans.empty() && spans.back().end == first;
-  if (!goes_on) {
-    spans.push_back({first, first, xs.size()});
+  if (spans.empty() || spans.back().end != first) {
+    spans.push_back({first, first});
   }
   spans.back().end = first + num;
-  for (int k = goes_on ? first + 1 : first; k <= first + num; k++) {
-    const float r = start + static_cast<float>(k) * length;
-    xs.insert(xs.end(), {centre.x + r * sin0, centre.x + r * sin1});
-    ys.insert(ys.end(), {centre.y + r * cos0, centre.y + r * cos1});
-  }
 }
 
-void CellPainter::placeCorners() {
-  placed = true;
+const std::vector<CellPainter::Cell>& CellPainter::placeCells() {
+  // Neighbours share a side, so that each cell costs two corners.
+  size_t size = 0;
+  for (const Span& s : spans) {
+    size += 2 * static_cast<size_t>(s.end - s.first + 1);
+  }
+  xs.resize(size);
+  ys.resize(size);
+  float* x = xs.data();
+  float* y = ys.data();
+  for (const Span& s : spans) {
+    for (int k = s.first; k <= s.end; k++, x += 2, y += 2) {
+      const float r = start + static_cast<float>(k) * length;
+      x[0] = centre.x + r * sin0;
+      x[1] = centre.x + r * sin1;
+      y[0] = centre.y + r * cos0;
+      y[1] = centre.y + r * cos1;
+    }
+  }
+  const int num = static_cast<int>(size);
   if (!same_proj) {
-    plot.translate(product, xs.data(), ys.data(), static_cast<int>(xs.size()));
+    plot.translate(product, xs.data(), ys.data(), num);
   }
+  // Corners that aren't on the map have to be told from the others.
+  const auto missing = [](float place) { return place == Const::FMISS; };
+  on_device = plot.placesCells() && (same_proj || std::none_of(xs.begin(), xs.end(), missing));
+  if (on_device) {
+    plot.placeCells(xs.data(), ys.data(), num);
+  }
+  cells.clear();
+  int at = 0;
+  for (const Span& s : spans) {
+    int n = s.end - s.first;
+    seen.resize(std::max(seen.size(), static_cast<size_t>(n)));
+    if (on_device) {
+      n = plot.findCells(xs.data() + at, ys.data() + at, n, seen.data());
+    } else {
+      std::iota(seen.begin(), seen.begin() + n, 0);
+    }
+    for (int i = 0; i < n; i++) {
+      const int k = seen[static_cast<size_t>(i)];
+      cells.push_back({s.first + k, at + 2 * k});
+    }
+    at += 2 * (s.end - s.first + 1);
+  }
+  return cells;
 }
 
-void CellPainter::fillCell(int i) {
-  if (!placed) {
-    placeCorners();
+void CellPainter::fillCell(const Cell& cell) {
+  const float* x = xs.data() + cell.at;
+  const float* y = ys.data() + cell.at;
+  if (on_device) {
+    plot.fillCell(x, y);
+  } else {
+    fillCorners({x[0], y[0]}, {x[2], y[2]}, {x[3], y[3]}, {x[1], y[1]});
   }
-  while (span < spans.size() && i >= spans[span].end) {
-    span++;
-  }
-  if (span == spans.size() || i < spans[span].first) {
-    return;
-  }
-  const size_t at = spans[span].at + 2 * static_cast<size_t>(i - spans[span].first);
-  const float* x = xs.data() + at;
-  const float* y = ys.data() + at;
-  fillCorners({x[0], y[0]}, {x[2], y[2]}, {x[3], y[3]}, {x[1], y[1]});
 }
 
 }  // namespace ZQV

@@ -31,14 +31,22 @@ class CellPainter {
   void setRadial(double az0, double az1, float from, float step);
   /** Says that cells of the radial will be filled, from the radar outward. */
   void addCells(int first, int num);
-  /** Fills cell i, which was added, of the radial. */
-  void fillCell(int i);
+  /** A cell of the radial, and where its corners begin. */
+  struct Cell {
+    int number = 0;
+    int at = 0;
+  };
+  /** Those of the cells added of which something is seen, in their order. */
+  const std::vector<Cell>& placeCells();
+  void fillCell(const Cell& cell);
 
   Plot& plot;
   Domain product;
   Point centre;
   bool same_proj = false;  ///< plot and data share one plane
-  Points poly;             ///< five points
+  /** Cells cost less by the radial than one by one. */
+  bool by_radial = false;
+  Points poly;  ///< five points
 
  private:
   float sin0 = 0;
@@ -47,16 +55,15 @@ class CellPainter {
   float cos1 = 0;
   float start = 0;
   float length = 0;
-  /** Cells without a gap, and where their corners begin. */
+  /** Cells without a gap. */
   struct Span {
     int first = 0;
     int end = 0;
-    size_t at = 0;
   };
-  void placeCorners();
   std::vector<Span> spans;
-  size_t span = 0;      ///< the one that was drawn last
-  bool placed = false;  ///< corners lie in the plot's plane
+  std::vector<Cell> cells;
+  std::vector<int> seen;
+  bool on_device = false;  ///< corners are where the device has placed them, not in the plane
   /** Near sides of the cells, and the far side of the last; the radial's two edges in turn. */
   std::vector<float> xs;
   std::vector<float> ys;

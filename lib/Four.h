@@ -43,6 +43,15 @@ struct Four {
     return __builtin_convertvector(v, Ints);
   }
 
+  /** Whether a comparison holds for all four. */
+  static bool holds(Ints v) {
+#ifdef __SSE__
+    return _mm_movemask_ps(reinterpret_cast<Floats>(v)) == 15;
+#else
+    return (v[0] & v[1] & v[2] & v[3]) != 0;
+#endif
+  }
+
   /** Smallest x, largest x with its sign turned, and so for y. */
   static Floats bounds(Floats x, Floats y) {
     const Floats x_pairs = least(__builtin_shufflevector(x, -x, 0, 4, 1, 5),

@@ -129,17 +129,26 @@ bool GTran::isPointsInWindow(const Points& points) const {
 
 /** Four points: nearly all polygons of a picture are closed bins of four corners, and this is most
  * of what they cost on their way to the device. */
-inline bool GTran::tranFour(const float* px, const float* py, float* qx, float* qy) const {
+inline void GTran::placeFour(const float* px, const float* py, float* qx, float* qy) const {
   const Four::Floats x = Four::load(px);
   const Four::Floats y = Four::load(py);
-  const Four::Floats box = Four::bounds(x, y);
-  if (!isBoxInWindow(box[0], box[2], -box[1], -box[3])) return false;
   const auto limited = [](Four::Floats v) {
     return Four::least(Four::most(v, Four::all(-PLOT_LIMIT)), Four::all(PLOT_LIMIT));
   };
   Four::store(limited(((x - wn.xmin) * wn_vp.x + vp.xmin) * vp_plt.x + plt.xmin), qx);
   Four::store(limited((ndc.ymax - ((y - wn.ymin) * wn_vp.y + vp.ymin)) * vp_plt.y + plt.ymin), qy);
-  return true;
+}
+
+void GTran::tranWindowPlot(float* x, float* y, int n) const {
+  constexpr int four = 4;
+  int i = 0;
+  for (; i + four <= n; i += four) {
+    placeFour(x + i, y + i, x + i, y + i);
+  }
+  for (; i < n; i++) {
+    x[i] = tranWindowPlotX(x[i]);
+    y[i] = tranWindowPlotY(y[i]);
+  }
 }
 
 int GTran::tranWindowPlot(const Points& points, Points& plotted) const {
@@ -151,7 +160,9 @@ int GTran::tranWindowPlot(const Points& points, Points& plotted) const {
     if (plotted.getNum() != n) plotted.setNum(n);
     float* qx = plotted.xs();
     float* qy = plotted.ys();
-    if (!tranFour(px, py, qx, qy)) return 0;
+    const Four::Floats box = Four::bounds(Four::load(px), Four::load(py));
+    if (!isBoxInWindow(box[0], box[2], -box[1], -box[3])) return 0;
+    placeFour(px, py, qx, qy);
     qx[corners] = qx[0];
     qy[corners] = qy[0];
     return 1;

@@ -58,6 +58,8 @@ class GTran {
   /** Takes a polyline to the plot. @return 1; 0 if isPointsInWindow() is false for it, and plotted
    * is then undefined */
   int tranWindowPlot(const Points& points, Points& plotted) const;
+  /** Takes n places to the page, in place, in the same arithmetic. */
+  void tranWindowPlot(float* x, float* y, int n) const;
 
   /** From window a to window b through the viewports. */
   static float tranWindowX(const GTran& a, const GTran& b, float x);
@@ -78,7 +80,7 @@ class GTran {
     return !(xmax < std::min(wn.xmin, wn.xmax) || xmin > std::max(wn.xmin, wn.xmax) ||
              ymax < std::min(wn.ymin, wn.ymax) || ymin > std::max(wn.ymin, wn.ymax));
   }
-  bool tranFour(const float* px, const float* py, float* qx, float* qy) const;
+  void placeFour(const float* px, const float* py, float* qx, float* qy) const;
   int tranAny(const Points& points, Points& plotted) const;
   void scale();
 

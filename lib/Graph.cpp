@@ -158,6 +158,7 @@ int Graph::setDevice(const char* device_name, const char* params) {
 int Graph::setDevice(std::unique_ptr<Device> made, const char* params) {
   close();
   window = std::move(made);
+  raster = dynamic_cast<Raster*>(window.get());
   if (window == nullptr) return 0;
   if (Strings(params, ',').find("hfont") >= 0) hfont = 1;
   return window->setParam(params);
@@ -192,8 +193,10 @@ int Graph::close() {
   // A key may close the page from inside the device's own loop, which the device must outlive.
   if (looping) {
     retired = std::move(window);
+    raster = nullptr;
   } else {
     window.reset();
+    raster = nullptr;
   }
   opened = false;
   managed = false;
@@ -726,6 +729,24 @@ int Graph::drawFill(const Points& points) {
     return 0;
   }
   return window->drawFill(Device::FILL, pts);
+}
+
+void Graph::placeCells(float* x, float* y, int n) {
+  if (raster == nullptr) return;
+  current().tranWindowPlot(x, y, n);
+  raster->placeCells(x, y, n, current().getClipRect());
+}
+
+int Graph::findCells(const float* x, const float* y, int num, int* seen) const {
+  return raster != nullptr ? raster->findCells(x, y, num, seen) : 0;
+}
+
+void Graph::fillCell(const float* x, const float* y) {
+  if (raster != nullptr) raster->fillCell(x, y);
+}
+
+bool Graph::paintsPixels() const {
+  return dynamic_cast<const ScreenDevice*>(window.get()) != nullptr;
 }
 
 /** The current text is the device's business; a raster has no font of its own and takes strokes. */

@@ -14,6 +14,7 @@ namespace ZQV {
 
 class Device;
 class Image;
+class Raster;
 class RGB;
 class String;
 
@@ -167,6 +168,16 @@ class Graph : public Listener {
   int drawCircle(float x, float y, float r);
   int drawCircle(const Point& centre, float r);
   int drawFill(const Rect& rect);
+
+  // Cells of radar data, their corners placed ahead, see Raster.
+
+  [[nodiscard]] bool placesCells() const { return raster != nullptr; }
+  /** Takes corners in the window to the device, in place. */
+  void placeCells(float* x, float* y, int n);
+  int findCells(const float* x, const float* y, int num, int* seen) const;
+  void fillCell(const float* x, const float* y);
+  /** The device paints pixels, so that polygons side by side may as well be one. */
+  [[nodiscard]] bool paintsPixels() const;
   int drawFill(const Points& points);
   int drawFillarea(const Points& points) { return drawFill(points); }
   int drawText(float x, float y, const char* text);
@@ -215,6 +226,7 @@ class Graph : public Listener {
 
   bool opened = false;
   std::unique_ptr<Device> window;
+  Raster* raster = nullptr;         ///< window, if it is one
   std::unique_ptr<Device> retired;  ///< a device closed in its own loop, until that has ended
   bool looping = false;             ///< the device has control
   std::array<GTran, 4> tran;

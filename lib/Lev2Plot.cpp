@@ -391,17 +391,16 @@ void Lev2Plot::drawRadial(Lev2File& file, const Lev2Data& data, CellPainter& pai
   const auto az0 = static_cast<double>(az - data.az_space / 2);
   const double az1 = az0 + static_cast<double>(data.az_space + CellPainter::overlap);
   painter.setRadial(az0, az1, first / plane_unit, gate);
-  for (int i = 0; i < n; i++) {
-    if (levels.isVisible(gates[i])) {
-      painter.addCells(i, 1);
+  for (int i = 0, end = 0; i < n; i = end + 1) {
+    for (end = i; end < n && levels.isVisible(gates[end]); end++) {
+    }
+    if (end > i) {
+      painter.addCells(i, end - i);
     }
   }
-  for (int i = 0; i < n; i++) {
-    if (!levels.isVisible(gates[i])) {
-      continue;
-    }
-    levels.setFill(painter.plot, gates[i]);
-    painter.fillCell(i);
+  for (const CellPainter::Cell& cell : painter.placeCells()) {
+    levels.setFill(painter.plot, gates[cell.number]);
+    painter.fillCell(cell);
   }
 }
 

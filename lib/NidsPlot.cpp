@@ -444,12 +444,9 @@ int NidsPlot::numShown(const NidsRun& run, int bin) const {
 }
 
 void NidsPlot::drawRadials(Painter& painter) {
-  struct Shown {
-    const Painter::Level* level = nullptr;
-    int bin = 0;
-    int num = 0;
-  };
-  std::vector<Shown> shown;  // of the radial, where corners wait to be taken over the earth
+  const bool blanks =
+      (ramp_cut != Const::MISS && ramp_len > 0) || (clutter_rad != Const::MISS && clutter_rad > 0);
+  std::vector<unsigned char> row;  // levels of a radial whose corners are placed together
   const Point& c = painter.centre;
   Points& poly = painter.poly;
   float* px = poly.xs();
@@ -468,16 +465,10 @@ void NidsPlot::drawRadials(Painter& painter) {
     // Steps from bin to bin of the corners, two on each side of the radial.
     const Four::Floats dx = info.cres * Four::Floats{s0, s0, s1, s1};
     const Four::Floats dy = info.cres * Four::Floats{c0, c0, c1, c1};
-    if (!painter.same_proj) {
+    if (painter.by_radial) {
       painter.setRadial(az, az + radial.ang1 + CellPainter::overlap, 0.0F, info.cres);
-      shown.clear();
     }
     const auto show = [&](const Painter::Level& level, int bin, int num) {
-      if (!painter.same_proj) {
-        painter.addCells(bin, num);
-        shown.push_back({&level, bin, num});
-        return;
-      }
       painter.setFill(level);
       const Four::Floats from_radar =
           static_cast<float>(bin) + Four::Floats{0.0F, 1.0F, 1.0F, 0.0F};
@@ -492,32 +483,50 @@ void NidsPlot::drawRadials(Painter& painter) {
       }
     };
     int bin = 0;  // from the radar on, whatever the packet's first bin is
+    const auto is_shown = [&](unsigned char byte, int at) {
+      const float val = nids.getLevel(byte);
+      return painter.find(byte, val).visible && (!blanks || numShown({1, byte, val}, at) != 0);
+    };
     while (true) {
       const unsigned char* at = nullptr;
       const int n = nids.readLevels(at);
-      for (int i = 0; draw_plot && i < n; i++) {
-        const Painter::Level& level = painter.find(at[i], nids.getLevel(at[i]));
-        if (level.visible && numShown({1, at[i], nids.getLevel(at[i])}, bin + i) != 0) {
-          show(level, bin + i, 1);
-        }
-      }
-      bin += n;
       if (n == 0 && nids.readRun(run) <= 0) {
         break;
       }
+      if (n > 0 && draw_plot && painter.by_radial) {
+        row.resize(static_cast<size_t>(bin + n));
+        std::copy_n(at, n, row.begin() + bin);
+        for (int i = 0, end = 0; i < n; i = end + 1) {
+          for (end = i; end < n && is_shown(at[end], bin + end); end++) {
+          }
+          if (end > i) {
+            painter.addCells(bin + i, end - i);
+          }
+        }
+      }
+      for (int i = 0; draw_plot && !painter.by_radial && i < n; i++) {
+        if (is_shown(at[i], bin + i)) {
+          show(painter.levels[at[i]], bin + i, 1);
+        }
+      }
+      bin += n;
       if (n == 0 && draw_plot) {
         const Painter::Level& level = painter.find(run.ival, run.val);
         const int num = level.visible ? numShown(run, bin) : 0;
-        if (num > 0) {
+        if (num > 0 && painter.by_radial) {
+          painter.addCells(bin, num);
+          row.resize(static_cast<size_t>(bin + num));
+          std::fill_n(row.begin() + bin, num, static_cast<unsigned char>(run.ival));
+        } else if (num > 0) {
           show(level, bin, num);
         }
         bin += run.run;
       }
     }
-    for (const Shown& s : shown) {
-      painter.setFill(*s.level);
-      for (int i = 0; i < s.num; i++) {
-        painter.fillCell(s.bin + i);
+    if (painter.by_radial) {
+      for (const CellPainter::Cell& cell : painter.placeCells()) {
+        painter.setFill(painter.levels[row[static_cast<size_t>(cell.number)]]);
+        painter.fillCell(cell);
       }
     }
   }
@@ -592,6 +601,8 @@ void NidsPlot::drawRastors(Painter& painter) {
   const bool ramps = ramp_cut != Const::MISS && ramp_len > 0;
   const bool blanks = ramps || (clutter_rad != Const::MISS && clutter_rad > 0);
   const bool logarithmic = nids.isDPA();
+  // The pixels of a run's cells are those of one rectangle, since the page keeps rows level.
+  const bool joins = painter.same_proj && painter.plot.paintsPixels();
   const float cell = info.cres;
   const Point& c = painter.centre;
   const float x0 = c.x - static_cast<float>(info.nx - 1) / 2 * cell;
@@ -615,6 +626,16 @@ void NidsPlot::drawRastors(Painter& painter) {
       }
       if (painter.same_proj) {
         painter.setFill(*level);
+      }
+      if (joins && !blanks) {
+        float end = x;
+        for (int i = 0; i < run.run; i++) {
+          end += cell;
+        }
+        painter.fillCorners({x, y}, {end, y}, {end, y - cell}, {x, y - cell});
+        column += run.run;
+        x = end;
+        continue;
       }
       bool visible = true;
       for (int i = 0; i < run.run; i++, column++, x += cell) {

@@ -212,6 +212,16 @@ class Plot : public Listener {
   int drawFill(const Points& points);
   int drawFill(const EarthPoints& points);
   int drawFill(const Rect& rect);
+
+  // Cells of radar data, their corners placed ahead, see Graph: only in planes that don't wrap.
+
+  [[nodiscard]] bool placesCells() const { return graph.placesCells() && !wraps(); }
+  void placeCells(float* x, float* y, int n) { graph.placeCells(x, y, n); }
+  int findCells(const float* x, const float* y, int num, int* seen) const {
+    return graph.findCells(x, y, num, seen);
+  }
+  void fillCell(const float* x, const float* y) { graph.fillCell(x, y); }
+  [[nodiscard]] bool paintsPixels() const { return graph.paintsPixels() && !wraps(); }
   int drawFillarea(const Points& points) { return drawFill(points); }
   int setFillColor(const char* name);
   int setFillColor(int index);

@@ -416,6 +416,41 @@ inline void Raster::fillQuad(const Target& t, const Pen& p, const Vertex* v, int
   }
 }
 
+/** Fills four corners of which each lies on a row or on the next: what ends of edges upon the row
+ * are apart. */
+inline void Raster::fillRow(const Target& t, const Pen& p, Four::Ints vx, Four::Ints vy, int row) {
+  if (row < t.y1 || row >= t.y2) return;
+  int ends[4];
+  int num = 0;
+  for (int i = 0, last = 3; i < 4; last = i++) {
+    if (vy[last] != vy[i]) ends[num++] = vy[i] == row ? vx[i] : vx[last];
+  }
+  // Four ends are those of two corners alone, between which nothing lies.
+  if (num == 2) paintSpan(t, p, row, std::min(ends[0], ends[1]), std::max(ends[0], ends[1]));
+}
+
+/** Fills four corners, between the given rows. */
+inline void Raster::fillCorners(const Target& t, const Pen& p, Four::Ints vx, Four::Ints vy,
+                                int high, int low) {
+  if (low == high + 1) {
+    fillRow(t, p, vx, vy, high);
+    return;
+  }
+  const Vertex v[] = {{vx[0], vy[0]}, {vx[1], vy[1]}, {vx[2], vy[2]}, {vx[3], vy[3]}};
+  const bool flat_first =
+      v[0].y == v[1].y && v[1].x == v[2].x && v[2].y == v[3].y && v[3].x == v[0].x;
+  const bool steep_first =
+      v[0].x == v[1].x && v[1].y == v[2].y && v[2].x == v[3].x && v[3].y == v[0].y;
+  if (low - high > QUAD_ROWS) {
+    fillSmall(t, p, v, 4);
+  } else if (flat_first || steep_first) {
+    const auto [left, right] = std::minmax(v[0].x, v[2].x);
+    fillBox(t, p, {left, high}, {right, low});
+  } else {
+    fillQuad(t, p, v, high, low);
+  }
+}
+
 /** Fills a polygon of four corners. */
 inline void Raster::fillFour(const Target& t, const Pen& p, const float* px, const float* py) {
   const Four::Floats x = Four::load(px);
@@ -429,20 +464,64 @@ inline void Raster::fillFour(const Target& t, const Pen& p, const float* px, con
       low.y >= t.y2) {
     return;
   }
-  const Four::Ints vx = pixels(x);
-  const Four::Ints vy = pixels(y);
-  const Vertex v[] = {{vx[0], vy[0]}, {vx[1], vy[1]}, {vx[2], vy[2]}, {vx[3], vy[3]}};
-  const bool flat_first =
-      v[0].y == v[1].y && v[1].x == v[2].x && v[2].y == v[3].y && v[3].x == v[0].x;
-  const bool steep_first =
-      v[0].x == v[1].x && v[1].y == v[2].y && v[2].x == v[3].x && v[3].y == v[0].y;
-  if (high.y - low.y > QUAD_ROWS) {
-    fillSmall(t, p, v, 4);
-  } else if (flat_first || steep_first) {
-    fillBox(t, p, low, high);
-  } else {
-    fillQuad(t, p, v, low.y, high.y);
+  fillCorners(t, p, pixels(x), pixels(y), low.y, high.y);
+}
+
+void Raster::placeCells(float* px, float* py, int n, const Rect& window) {
+  const auto whole = [](Four::Floats v) {
+    return __builtin_convertvector(pixels(v), Four::Floats);
+  };
+  int i = 0;
+  for (; i + 4 <= n; i += 4) {
+    Four::store(whole(Four::load(px + i)), px + i);
+    Four::store(whole(Four::load(py + i)), py + i);
   }
+  for (; i < n; i++) {
+    px[i] = static_cast<float>(pixel(px[i]));
+    py[i] = static_cast<float>(pixel(py[i]));
+  }
+  const Target& t = target();
+  const auto [left, right] = std::minmax(window.xmin, window.xmax);
+  const auto [top, bottom] = std::minmax(window.ymin, window.ymax);
+  const auto limit = [](int painted_end, int window_end) {
+    return static_cast<float>(std::min(painted_end, window_end));
+  };
+  cell_limits = Four::Floats{limit(t.x2, pixel(right) + 1), limit(-t.x1, -pixel(left)),
+                             limit(t.y2, pixel(bottom) + 1), limit(-t.y1, -pixel(top))};
+}
+
+int Raster::findCells(const float* px, const float* py, int num, int* seen) const {
+  // Of a side, as of a cell: smallest x, largest x with its sign turned, and so for y.
+  const auto side = [&](int k) {
+    const size_t at = 2 * static_cast<size_t>(k);
+    constexpr Four::Floats sign = {1.0F, -1.0F, 1.0F, -1.0F};
+    return Four::least(Four::Floats{px[at], px[at], py[at], py[at]} * sign,
+                       Four::Floats{px[at + 1], px[at + 1], py[at + 1], py[at + 1]} * sign);
+  };
+  int found = 0;
+  Four::Floats near = side(0);
+  for (int k = 0; k < num; k++) {
+    const Four::Floats far = side(k + 1);
+    const Four::Floats box = Four::least(near, far);
+    const Four::Floats across = __builtin_shufflevector(box, box, 1, 0, 3, 2);
+    seen[found] = k;
+    found += Four::holds((box < cell_limits) & (box < -across)) ? 1 : 0;
+    near = far;
+  }
+  return found;
+}
+
+void Raster::fillCell(const float* px, const float* py) {
+  const Target& t = target();
+  if (t.pixels == nullptr) return;
+  const auto ring = [](const float* v) {
+    const Four::Ints sides = Four::cut(Four::load(v));
+    return __builtin_shufflevector(sides, sides, 0, 2, 3, 1);
+  };
+  const Four::Ints vy = ring(py);
+  const int high = std::min(std::min(vy[0], vy[1]), std::min(vy[2], vy[3]));
+  const int low = std::max(std::max(vy[0], vy[1]), std::max(vy[2], vy[3]));
+  fillCorners(t, pen(FILL), ring(px), vy, high, low);
 }
 
 int Raster::drawFill(int element, const Points& points) {

@@ -36,6 +36,19 @@ class Raster : public ScreenDevice {
   int drawFill(int element, const Points& points) override;
   int getImage(Image& image) override;
 
+  // Cells: the many small polygons of a radar's data, their corners placed ahead.
+
+  /** Takes corners on the page to pixels, in place.
+   *  @param window  on the page; cells beside it aren't seen */
+  void placeCells(float* px, float* py, int n, const Rect& window);
+  /** Finds the cells of a row, each between the two corners of a side and those of the next side,
+   * that cover the centre of a pixel.
+   *  @param seen  takes their numbers, room for num
+   *  @return how many */
+  int findCells(const float* px, const float* py, int num, int* seen) const;
+  /** Fills the cell between a side and the next. */
+  void fillCell(const float* px, const float* py);
+
   // Without a window there is nobody to wait for, and without fonts no text.
   int manage() override { return opened ? 1 : 0; }
   int unmanage() override { return 1; }
@@ -101,6 +114,9 @@ class Raster : public ScreenDevice {
   static void advance(Edge& edge);
   static void paintSpan(const Target& t, const Pen& p, int y, int x1, int x2);
   static void fillBox(const Target& t, const Pen& p, const Vertex& a, const Vertex& b);
+  static void fillRow(const Target& t, const Pen& p, Four::Ints vx, Four::Ints vy, int row);
+  static void fillCorners(const Target& t, const Pen& p, Four::Ints vx, Four::Ints vy, int high,
+                          int low);
   static void fillFour(const Target& t, const Pen& p, const float* px, const float* py);
   static void fillQuad(const Target& t, const Pen& p, const Vertex* v, int high, int low);
   static void fillSmall(const Target& t, const Pen& p, const Vertex* v, int n);
@@ -118,6 +134,7 @@ class Raster : public ScreenDevice {
   void strokeLine(int element);
 
   Target clipped;               ///< of the pixmap painted on
+  Four::Floats cell_limits{};   ///< of what is seen: right, left with its sign turned, and so on
   unsigned long painted = 0;    ///< that pixmap, 0 if clipped has to be worked out anew
   std::vector<Pixmap> pixmaps;  ///< by their number less 1
   std::array<Pen, 5> pens;      ///< by element, 0 for what is none
