@@ -6,7 +6,7 @@
 DIR becomes a data path as data/name.cnv has it: a loop of composite reflectivity with storm tables,
 nids/TLX/NCR/TLX_NCR_20250430_2100.nids to ..._2150.nids, and the winds above the radar,
 nids/TLX/NVW/TLX_NVW_20250430_2142.nids; a Level II volume of two cuts, the second with velocity,
-lev2/KTLX20250430_2142.ar2v. For con_path and text_path there are coded reports: summaries of the
+lev2/KTLX/KTLX20250430_2142.ar2v. For con_path and text_path there are coded reports: summaries of the
 nation, rcm/202504302130.rcm and mdr/2025043021.mdr, and bulletins of TLX, rcm/TLX.txt and
 mdr/2025043021.txt. Beside them lies a mosaic of the United States, mosaic.now.
 """
@@ -103,7 +103,7 @@ def volume():
                 block += message31(azimuth, cut, moments)
             packed = bz2.compress(block)
             out += struct.pack(">i", len(packed)) + packed
-    return "lev2/KTLX20250430_2142.ar2v", out
+    return "lev2/KTLX/KTLX20250430_2142.ar2v", out
 
 
 def mosaic():
@@ -128,9 +128,36 @@ def mosaic():
 
 
 def echoes(x, y):
-    """Reflectivity of the nation's weather, dBZ over km on the plane of a mosaic."""
+    """Reflectivity of the nation's weather, dBZ over km on a mosaic."""
     mass = NOISE(x + 300, y, 620) + 0.5 * NOISE(y, x, 160) - 0.42
     return 12 + 95 * mass + 16 * NOISE(x, y, 45) if mass > 0 else 0
+
+
+def plane(lat, lon):
+    """Km on the plane that the grids of coded reports share: polar stereographic, upright at 105 west."""
+    r = 6371.22 * (1 + math.sin(math.radians(60))) * math.tan(math.radians(90 - lat) / 2)
+    return r * math.sin(math.radians(lon + 105)), -r * math.cos(math.radians(lon + 105))
+
+
+def nation(wide, high, spacing):
+    """Levels of a national mosaic, the sample's rain around the radar."""
+    middle, radar = plane(39.579372, -97.421463), plane(sample.LAT, sample.LON)
+    turn = math.radians(sample.LON + 105)
+    rows = []
+    for j in range(high):
+        row = []
+        for i in range(wide):
+            x, y = spacing * (i - (wide - 1) / 2), spacing * ((high - 1) / 2 - j)
+            dbz = echoes(spacing * i, spacing * j)
+            dx, dy = middle[0] + x - radar[0], middle[1] + y - radar[1]
+            if math.hypot(dx, dy) < 270:
+                factor = (1 + math.sin(math.radians(sample.LAT))) / (1 + math.sin(math.radians(60)))
+                dx, dy = factor * dx, factor * dy
+                dbz = max(dbz, rain(dx * math.cos(turn) + dy * math.sin(turn),
+                                    dy * math.cos(turn) - dx * math.sin(turn)))
+            row.append(level(dbz))
+        rows.append(row)
+    return rows
 
 
 # Winds above the radar, as code 48 has them: a page of 512 by 512, times to the right, heights up.
@@ -172,7 +199,7 @@ def wind_profile():
     return "nids/TLX/NVW/TLX_NVW_20250430_2142.nids", heading + mess
 
 
-# Coded reports. Their grids are polar stereographic, upright at 105 west.
+# Coded reports.
 
 LEVELS = (20, 30, 40, 45, 50, 55)  # dBZ from which a level holds
 
@@ -221,8 +248,8 @@ def groups(row):
 
 def rcm_summary():
     lines = ["ZQVRAD", "2130Z 30 APR 25", "RCM SUMMARY"]
-    for y in range(356):
-        row = "".join(" 123456"[level(echoes(11.9 * x, 11.9 * y))] for x in range(452))
+    for y, levels in enumerate(nation(452, 356, 11.906)):
+        row = "".join(" 123456"[i] for i in levels)
         if row.strip():
             lines.append(f"+{y:3d}")
             lines += [row[i:i + 78] for i in range(0, 452, 78)]
@@ -266,11 +293,11 @@ def rcm_bulletin():
 
 def mdr_summary():
     lines = ["ZQVRAD", "2135Z 30 APR 25", "SDUS SUMMARY"]
+    rows = nation(113, 89, 47.624)
     for column in (80, 40, 0):
         wide = 33 if column == 80 else 40
         lines.append(f"+ 01 {column + 1:03d}")
-        lines += ["".join(" 123456"[level(echoes(47.6 * (column + x), 47.6 * y))] for x in range(wide))
-                  for y in range(88)]
+        lines += ["".join(" 123456"[i] for i in row[column:column + wide]) for row in rows[:88]]
     lines += ["SDXX STATIONS", "TLX AREA TRW+ NC 450,215058 A2425 C2230 *", "INX AREA R- * 210,030040 A2420 * *",
               "DDC NE * * * * * *", "FDR OM * * * * * *"]
     return "mdr/2025043021.mdr", "\n".join(lines) + "\n"
