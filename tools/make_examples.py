@@ -298,8 +298,8 @@ def mdr_summary():
         wide = 33 if column == 80 else 40
         lines.append(f"+ 01 {column + 1:03d}")
         lines += ["".join(" 123456"[i] for i in row[column:column + wide]) for row in rows[:88]]
-    lines += ["SDXX STATIONS", "TLX AREA TRW+ NC 450,215058 A2425 C2230 *", "INX AREA R- * 210,030040 A2420 * *",
-              "DDC NE * * * * * *", "FDR OM * * * * * *"]
+    lines += ["SDXX STATIONS", "TLX AREA TRW+ NC 450,215058 A2425 C2230 *",
+              "INX AREA R- * 210,030040 A2420 * *", "DDC NE * * * * * *", "FDR OM * * * * * *"]
     return "mdr/2025043021.mdr", "\n".join(lines) + "\n"
 
 
