@@ -203,9 +203,7 @@ int ImagePlot::drawImage(Plot& plot, Image& source) {
     source.setPixAve(false);
   }
   image.init();
-  if (!source.validData() || place(plot, source) == 0) {
-    return 0;
-  }
+  const bool is_placed = source.validData() && place(plot, source) != 0;
   readColorTable(plot);
   ColorFill colors;
   if (color_fill.valid()) {
@@ -213,14 +211,17 @@ int ImagePlot::drawImage(Plot& plot, Image& source) {
   } else {
     colors.setFill(plot.getColorMap(), nullptr);
   }
-  ImageTool::addColor(image, plot.getColorMap(), colors);
-  Rect window;
-  plot.getWindow(window);
-  plot.drawImage(image, window.xmin, window.ymax);
+  if (is_placed) {
+    ImageTool::addColor(image, plot.getColorMap(), colors);
+    Rect window;
+    plot.getWindow(window);
+    plot.drawImage(image, window.xmin, window.ymax);
+  }
+  // Also on a page without pixels, such as that of a metafile.
   if (bar != 0) {
     plot.setBar(colors);
   }
-  return 1;
+  return is_placed ? 1 : 0;
 }
 
 /** Brings the image onto the pixels of the plot. */

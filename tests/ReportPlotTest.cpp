@@ -492,6 +492,13 @@ TEST_F(ReportPlotTest, WithoutOptionsTheNewestRcmMosaicIsDrawn) {
   EXPECT_EQ(std::count_if(texts.begin(), texts.end(),
                           [](const Text& t) { return t.text == "Radar mode"; }),
             2);
+  // A colour bar, here on a page that has no pixels for the image.
+  std::vector<int> boxes;
+  for (const Record& r : draw(tree + "-mf none -pa bar", now)) {
+    if (r.kind == 'F') boxes.push_back(r.fill_color);
+  }
+  EXPECT_THAT(boxes, ElementsAre(color["blue"], color["cyan"], color["green"], color["yellow"],
+                                 color["red"], color["magenta"]));
   // The same as a field, in contours.
   EXPECT_THAT(blocks("-in rcmg tree/rcm/202005202000.rcm", page, "", {list[1]}, 231, 215),
               ElementsAre("red"));

@@ -23,7 +23,8 @@ shift 2
 kind=${output##*.}
 part=$(dirname -- "$output")/.part.$(hostname).$$.$(basename -- "$output")
 trap 'rm -f -- "$part" "$part.bad"' EXIT
-"$program" -strict -me none -de raster "$@" -ou "$kind:$part" "$input"
+# The sign makes it that very file, also where the name fits a convention of other directories.
+"$program" -strict -me none -de raster "$@" -ou "$kind:$part" "@$input"
 status=$?
 case $status in
   0) mv -f -- "$part" "$output" ;;
