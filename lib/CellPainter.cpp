@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <numeric>
 
 #include "Const.h"
 #include "EarthPoint.h"
+#include "Four.h"
 #include "Plot.h"
 
 namespace ZQV {
@@ -73,13 +75,15 @@ const std::vector<CellPainter::Cell>& CellPainter::placeCells() {
   ys.resize(size);
   float* x = xs.data();
   float* y = ys.data();
+  const Four::Floats origin = {centre.x, centre.x, centre.y, centre.y};
+  const Four::Floats direction = {sin0, sin1, cos0, cos1};
+  constexpr size_t pair = 2 * sizeof(float);
   for (const Span& s : spans) {
     for (int k = s.first; k <= s.end; k++, x += 2, y += 2) {
       const float r = start + static_cast<float>(k) * length;
-      x[0] = centre.x + r * sin0;
-      x[1] = centre.x + r * sin1;
-      y[0] = centre.y + r * cos0;
-      y[1] = centre.y + r * cos1;
+      const Four::Floats side = origin + r * direction;
+      std::memcpy(x, &side, pair);
+      std::memcpy(y, reinterpret_cast<const char*>(&side) + pair, pair);
     }
   }
   const int num = static_cast<int>(size);

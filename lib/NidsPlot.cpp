@@ -446,7 +446,9 @@ int NidsPlot::numShown(const NidsRun& run, int bin) const {
 void NidsPlot::drawRadials(Painter& painter) {
   const bool blanks =
       (ramp_cut != Const::MISS && ramp_len > 0) || (clutter_rad != Const::MISS && clutter_rad > 0);
-  std::vector<unsigned char> row;  // levels of a radial whose corners are placed together
+  bool levels_found = false;
+  std::array<bool, 256> visible{};  // by level of a digital radial
+  std::vector<unsigned char> row;   // levels of a radial whose corners are placed together
   const Point& c = painter.centre;
   Points& poly = painter.poly;
   float* px = poly.xs();
@@ -484,14 +486,20 @@ void NidsPlot::drawRadials(Painter& painter) {
     };
     int bin = 0;  // from the radar on, whatever the packet's first bin is
     const auto is_shown = [&](unsigned char byte, int at) {
-      const float val = nids.getLevel(byte);
-      return painter.find(byte, val).visible && (!blanks || numShown({1, byte, val}, at) != 0);
+      return visible[byte] && (!blanks || numShown({1, byte, nids.getLevel(byte)}, at) != 0);
     };
     while (true) {
       const unsigned char* at = nullptr;
       const int n = nids.readLevels(at);
       if (n == 0 && nids.readRun(run) <= 0) {
         break;
+      }
+      if (n > 0 && !levels_found) {
+        for (size_t i = 0; i < visible.size(); i++) {
+          const float val = nids.getLevel(static_cast<unsigned char>(i));
+          visible[i] = painter.find(static_cast<int>(i), val).visible;
+        }
+        levels_found = true;
       }
       if (n > 0 && draw_plot && painter.by_radial) {
         row.resize(static_cast<size_t>(bin + n));
