@@ -44,7 +44,7 @@ void CellPainter::fillCorners(const Point& a, const Point& b, const Point& c, co
   py[2] = c.y;
   px[3] = d.x;
   py[3] = d.y;
-  plot.drawFill(poly);
+  whole ? plot.drawWhole(poly) : plot.drawFill(poly);
 }
 
 void CellPainter::setRadial(double az0, double az1, float from, float step) {
@@ -90,6 +90,7 @@ const std::vector<CellPainter::Cell>& CellPainter::placeCells() {
   if (!same_proj) {
     plot.translate(product, xs.data(), ys.data(), num);
   }
+  whole = plot.isWhole(xs.data(), ys.data(), num);
   // Corners that aren't on the map have to be told from the others.
   const auto missing = [](float place) { return place == Const::FMISS; };
   on_device = plot.placesCells() && (same_proj || std::none_of(xs.begin(), xs.end(), missing));

@@ -63,6 +63,7 @@ class CellPainter {
   std::vector<Span> spans;
   std::vector<Cell> cells;
   std::vector<int> seen;
+  bool whole = false;      ///< no cell crosses the seam of a map
   bool on_device = false;  ///< corners are where the device has placed them, not in the plane
   /** Near sides of the cells, and the far side of the last; the radial's two edges in turn. */
   std::vector<float> xs;

@@ -923,15 +923,6 @@ int Domain::translate(Domain& from, Domain& to, const Point& in, Point& out) {
   return to.tran(e, out);
 }
 
-void Domain::translate(Domain& from, Domain& to, float* x, float* y, int n) {
-  std::array<EarthPoint, ProjBatch::MAX> places;
-  for (int done = 0; done < n; done += ProjBatch::MAX) {
-    const int num = std::min(n - done, ProjBatch::MAX);
-    from.toEarth(x + done, y + done, num, places.data());
-    to.fromEarth(places.data(), num, x + done, y + done);
-  }
-}
-
 namespace {
 
 /** Room for the numbers of a batch. */
@@ -939,76 +930,91 @@ using Batch = std::array<double, ProjBatch::MAX>;
 
 }  // namespace
 
+void Domain::translate(Domain& from, Domain& to, float* x, float* y, int n) {
+  std::array<float, ProjBatch::MAX> lat;
+  std::array<float, ProjBatch::MAX> lon;
+  for (int done = 0; done < n; done += ProjBatch::MAX) {
+    const int num = std::min(n - done, ProjBatch::MAX);
+    from.toEarth(x + done, y + done, num, lat.data(), lon.data());
+    to.fromEarth(lat.data(), lon.data(), num, x + done, y + done);
+  }
+}
+
 /** At most ProjBatch::MAX places. Those that need a look of their own go one at a time. */
-void Domain::toEarth(const float* x, const float* y, int n, EarthPoint* places) {
-  if (proj != PSTEREO) {
-    for (int i = 0; i < n; i++) {
-      tran(Point(x[i], y[i]), places[i]);
+void Domain::toEarth(const float* x, const float* y, int n, float* lat, float* lon) {
+  const bool batches = proj == PSTEREO;
+  if (batches) {
+    if (xfactor == Const::FMISS) {
+      setupPstereo();
     }
-    return;
+    Batch px;
+    Batch py;
+    Batch la;
+    Batch lo;
+    std::copy(x, x + n, px.begin());
+    std::copy(y, y + n, py.begin());
+    ProjBatch::inversePstereo(px.data(), py.data(), n, scale, xfactor, la.data(), lo.data());
+    for (int i = 0; i < n; i++) {
+      const double turned = toFloat(lo[i] + plon);
+      const double turns = turned > 180 ? -360.0 : turned < -180 ? 360.0 : 0.0;
+      lat[i] = toFloat(la[i]);
+      lon[i] = toFloat(turned + turns);
+    }
   }
-  if (xfactor == Const::FMISS) {
-    setupPstereo();
-  }
-  Batch px;
-  Batch py;
-  Batch lat;
-  Batch lon;
-  std::copy(x, x + n, px.begin());
-  std::copy(y, y + n, py.begin());
-  ProjBatch::inversePstereo(px.data(), py.data(), n, scale, xfactor, lat.data(), lon.data());
   for (int i = 0; i < n; i++) {
     const float r = std::abs(x[i]) + std::abs(y[i]);
-    if (r > 0 && r < -Const::FMISS) {
-      places[i].set(toFloat(lat[i]), toFloat(wrapOnce(toFloat(lon[i] + plon))));
-    } else {
-      tran(Point(x[i], y[i]), places[i]);
+    if (!batches || !(r > 0 && r < -Const::FMISS)) {
+      EarthPoint place;
+      tran(Point(x[i], y[i]), place);
+      lat[i] = place.lat;
+      lon[i] = place.lon;
     }
   }
 }
 
 /** At most ProjBatch::MAX places. Those that need a look of their own go one at a time. */
-void Domain::fromEarth(EarthPoint* places, int n, float* x, float* y) {
-  Batch lat;
-  Batch angle;
-  Batch px;
-  Batch py;
+void Domain::fromEarth(const float* lat, const float* lon, int n, float* x, float* y) {
   // Latitudes between which nothing is limited.
-  double low = 0;
-  double high = 0;
+  float low = 0;
+  float high = 0;
   if (proj == LAMB || proj == PSTEREO) {
     if (xfactor == Const::FMISS) {
       proj == LAMB ? setupLamb() : setupPstereo();
     }
-    constexpr double near_pole = 89.98;
-    constexpr double plane_end = 75;
+    constexpr float near_pole = 89.98F;
+    constexpr float plane_end = 75;
     low = proj == PSTEREO && scale < 0 ? -plane_end : -near_pole;
     high = proj == PSTEREO && scale > 0 ? plane_end : near_pole;
+    Batch la;
+    Batch angle;
+    Batch px;
+    Batch py;
+    const float turn = proj == LAMB ? 360.0F : 0.0F;
     for (int i = 0; i < n; i++) {
-      const float from_centre = places[i].lon - plon;
-      const float turns = from_centre > 180 ? -360.0F : from_centre < -180 ? 360.0F : 0.0F;
-      lat[i] = places[i].lat;
-      angle[i] = static_cast<double>(places[i].lon + (proj == LAMB ? turns : 0.0F)) - plon;
+      const float from_centre = lon[i] - plon;
+      const float turns = from_centre > 180 ? -turn : from_centre < -180 ? turn : 0.0F;
+      la[i] = lat[i];
+      angle[i] = static_cast<double>(lon[i] + turns) - plon;
     }
     if (proj == LAMB) {
-      ProjBatch::forwardLamb(lat.data(), angle.data(), n, scale, xfactor, mult * R, px.data(),
+      ProjBatch::forwardLamb(la.data(), angle.data(), n, scale, xfactor, mult * R, px.data(),
                              py.data());
     } else {
-      ProjBatch::forwardPstereo(lat.data(), angle.data(), n, scale, xfactor, px.data(), py.data());
+      ProjBatch::forwardPstereo(la.data(), angle.data(), n, scale, xfactor, px.data(), py.data());
     }
+    std::transform(px.begin(), px.begin() + n, x, toFloat);
+    std::transform(py.begin(), py.begin() + n, y, toFloat);
   }
   for (int i = 0; i < n; i++) {
-    if (places[i].lat > low && places[i].lat < high) {
-      x[i] = toFloat(px[i]);
-      y[i] = toFloat(py[i]);
-      continue;
+    if (!(lat[i] > low && lat[i] < high)) {
+      EarthPoint place(lat[i], lon[i]);
+      Point p;
+      if (lat[i] == Const::FMISS || tran(place, p) == 0) {
+        p.set(Const::FMISS, Const::FMISS);
+      }
+      x[i] = p.x;
+      y[i] = p.y;
     }
-    Point p;
-    if (places[i].lat == Const::FMISS || tran(places[i], p) == 0) {
-      p.set(Const::FMISS, Const::FMISS);
-    }
-    x[i] = p.x;
-    y[i] = p.y;
   }
 }
 
@@ -1332,6 +1338,28 @@ bool Domain::wraps(const Points& pts) const {
     }
   }
   return false;
+}
+
+bool Domain::neverWraps(const float* x, const float* y, int n) const {
+  const bool closes = proj == LATLON || proj == MERC || proj == MOLL ||
+                      (proj == LAMB && xfactor != Const::FMISS && xfactor <= 0.5F);
+  if (!closes || n < 1) {
+    return true;
+  }
+  float least_x = x[0];
+  float most_x = x[0];
+  float least_y = y[0];
+  float most_y = y[0];
+  for (int i = 1; i < n; i++) {
+    least_x = std::min(least_x, x[i]);
+    most_x = std::max(most_x, x[i]);
+    least_y = std::min(least_y, y[i]);
+    most_y = std::max(most_y, y[i]);
+  }
+  // The period changes evenly up and down from the middle of a map.
+  const double w = std::min(getPeriod(least_y), getPeriod(most_y));
+  const bool one_side = (least_y > 0) == (most_y > 0);
+  return one_side && w > 0 && static_cast<double>(most_x) - least_x <= w / 4;
 }
 
 int Domain::wrapLine(Points& pts) const {

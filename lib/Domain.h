@@ -157,6 +157,8 @@ class Domain : public DomainVal {
   int wrapLine(const Point& p1, Point& p2) const;
   /** wrapLine may have to move a point of this line. */
   [[nodiscard]] bool wraps(const Points& pts) const;
+  /** No line between any of these places has to be moved; false also where that isn't sure. */
+  [[nodiscard]] bool neverWraps(const float* x, const float* y, int n) const;
   /** The same along a line. @return the sign of the first move */
   int wrapLine(Points& pts) const;
   /** Moves a wrapped line to where its other part shows. @param sign  what wrapLine gave
@@ -203,8 +205,8 @@ class Domain : public DomainVal {
   void setupOrtho();
   void setupSkewt();
   void setupTeph();
-  void toEarth(const float* x, const float* y, int n, EarthPoint* places);
-  void fromEarth(EarthPoint* places, int n, float* x, float* y);
+  void toEarth(const float* x, const float* y, int n, float* lat, float* lon);
+  void fromEarth(const float* lat, const float* lon, int n, float* x, float* y);
   int project(EarthPoint& e, double& x, double& y);
   int unproject(double x, double y, double& lat, double& lon);
   double convergence(const Point& p);

@@ -213,6 +213,16 @@ class Plot : public Listener {
   int drawFill(const EarthPoints& points);
   int drawFill(const Rect& rect);
 
+  /** No polygon among these corners has to be drawn on both sides of a map that closes on itself,
+   * so that drawWhole() will do. */
+  [[nodiscard]] bool isWhole(const float* x, const float* y, int n) const {
+    return !wraps() || panel().domain.neverWraps(x, y, n);
+  }
+  /** Fills as drawFill() does. */
+  int drawWhole(const Points& points) {
+    return ColorMap::isColor(fill_color) ? graph.drawFill(points) : 0;
+  }
+
   // Cells of radar data, their corners placed ahead, see Graph: only in planes that don't wrap.
 
   [[nodiscard]] bool placesCells() const { return graph.placesCells() && !wraps(); }

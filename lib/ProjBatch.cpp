@@ -4,11 +4,12 @@
 
 #include "Const.h"
 
-// A version for processors with vectors of four, chosen when the program starts. Not in sanitized
-// builds, where the choice would run ahead of the sanitizer's own start.
+// Versions for processors with vectors of eight and of four, chosen when the program starts. Not in
+// sanitized builds, where the choice would run ahead of the sanitizer's own start.
 #if defined(__x86_64__) && defined(__OPTIMIZE__) && !defined(__clang__) && \
     !defined(__SANITIZE_ADDRESS__)
-#define ZQV_BY_PROCESSOR __attribute__((target_clones("arch=haswell", "default")))
+#define ZQV_BY_PROCESSOR \
+  __attribute__((target_clones("arch=x86-64-v4", "arch=x86-64-v3", "default")))
 #else
 #define ZQV_BY_PROCESSOR
 #endif
