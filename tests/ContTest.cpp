@@ -7,7 +7,6 @@
 #include <limits>
 #include <map>
 #include <random>
-#include <sstream>
 
 #include <gtest/gtest.h>
 
@@ -18,9 +17,8 @@
 #include "GridPiece.h"
 #include "MapFile.h"
 #include "MapFileHeader.h"
+#include "MetaTest.h"
 #include "Plot.h"
-#include "Rect.h"
-#include "Run.h"
 #include "Zqv.h"
 
 using namespace ZQV;
@@ -38,11 +36,6 @@ constexpr const char* even_fill = "0:#00000b,2:#00000c,4:#00000d,6:#00000e,8:#00
 
 using Polygon = std::vector<Record::Place>;
 using Field = std::function<float(int, int)>;
-
-struct Text {
-  double x, y;
-  std::string text;
-};
 
 Grid makeGrid(const Field& field, const char* domain_text = own_domain) {
   Domain domain;
@@ -71,34 +64,21 @@ bool holds(const Polygon& p, double x, double y) {
   return in;
 }
 
-class ContTest : public testing::Test {
+class ContTest : public MetaTest {
  protected:
-  void SetUp() override {
-    Zqv::resrc.clear();
-    Zqv::setDatabasePath((dir.path + ":" ZQV_DATA_DIR).c_str());
-    Zqv::putResrc("device", ("meta," + dir.at("m") + ",sz=1x1,hfont").c_str());
-  }
-  void TearDown() override {
-    Zqv::resrc.clear();
-    Zqv::setDatabasePath("");
-  }
+  ContTest() : MetaTest(",sz=1x1,hfont") { Zqv::setMessageLevel(6); }
   /** Draws on a view with room for a field of the same size, and reads back. */
   int drawn(const char* view, const std::function<int(Plot&)>& draw) {
     Domain domain;
     domain.set(view);
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    Plot plot;
-    EXPECT_EQ(plot.open(), 1);
-    plot.setDomain(domain);
-    const Rect limits = domain.getLimits();
-    plot.drawRect(limits);
-    const int result = draw(plot);
-    plot.drawLabels();
-    plot.close();
-    out = testing::internal::GetCapturedStdout();
-    err = testing::internal::GetCapturedStderr();
-    readBack(domain);
+    int result = 0;
+    const std::vector<Record> records = MetaTest::drawn([&](Plot& plot) {
+      plot.setDomain(domain);
+      plot.drawRect(domain.getLimits());
+      result = draw(plot);
+      plot.drawLabels();
+    });
+    readBack(domain, records);
     return result;
   }
   int contour(const Grid& grid, const std::string& params, const char* view = own_domain) {
@@ -106,9 +86,7 @@ class ContTest : public testing::Test {
     cont.setParam(params.c_str());
     return drawn(view, [&](Plot& plot) { return cont.draw(plot, field); });
   }
-  void readBack(const Domain& domain) {
-    const std::string text = dir.read("m");
-    std::vector<Record> records = readMeta(text);
+  void readBack(const Domain& domain, std::vector<Record> records) {
     ASSERT_FALSE(records.empty());
     Record::Place ul = records[0].points[0];
     Record::Place lr = ul;
@@ -122,25 +100,18 @@ class ContTest : public testing::Test {
     };
     fills.clear();
     lines.clear();
-    texts.clear();
     for (size_t i = 1; i < records.size(); i++) {
       for (Record::Place& p : records[i].points) cells(p);
       if (records[i].kind == 'F') fills[records[i].fill_color].push_back(records[i].points);
       if (records[i].kind == 'L') lines.push_back(records[i]);
     }
-    std::istringstream rows(text);
-    for (std::string row; std::getline(rows, row);) {
-      Record::Place p{};
-      int n = 0;
-      if (std::sscanf(row.c_str(), "T %lf,%lf %n", &p.x, &p.y, &n) != 2) continue;
-      cells(p);
-      texts.push_back({p.x, p.y, row.substr(static_cast<size_t>(n))});
-    }
+    texts = readTexts(dir.read("m"));
+    for (MetaText& t : texts) cells(t.at);
   }
   /** The text at a place, empty if there is none. */
   [[nodiscard]] std::string textAt(double x, double y) const {
-    for (const Text& t : texts) {
-      if (std::hypot(t.x - x, t.y - y) < 0.02) return t.text;
+    for (const MetaText& t : texts) {
+      if (std::hypot(t.at.x - x, t.at.y - y) < 0.02) return t.text;
     }
     return "";
   }
@@ -159,13 +130,10 @@ class ContTest : public testing::Test {
     return n;
   }
 
-  TempDir dir;
   ContPlot cont;
-  std::string out;
-  std::string err;
   std::map<int, std::vector<Polygon>> fills;
   std::vector<Record> lines;
-  std::vector<Text> texts;
+  std::vector<MetaText> texts;
 };
 
 float radius(int i, int j, float cx = 0) {
@@ -343,34 +311,6 @@ TEST_F(ContTest, CellsAreDividedByTheRules) {
       const bool is_middle = row.what == rows[3].what;
       EXPECT_NEAR(lines[0].points[1].x, is_middle ? 1 : 0, 1e-5);
       EXPECT_NEAR(lines[1].points[0].y, is_middle ? 1 : .4, 1e-5);
-    }
-  }
-}
-
-TEST_F(ContTest, LinesKeepToTheirLevels) {
-  for (const Field& field : {Field(plane), Field(cone), Field(ring), Field(saddle), Field(holed)}) {
-    cont.init();
-    const Grid grid = makeGrid(field);
-    ASSERT_EQ(contour(grid, "ln,int=0.5,base=.2,lab=0:0"), 1);
-    float lo = 0;
-    float hi = 0;
-    grid.getRange(lo, hi);
-    ASSERT_GT(lines.size(), 50U);
-    for (const Record& r : lines) {
-      for (const Record::Place& p : r.points) {
-        // On a side of a cell, and there at a level.
-        const double i = std::floor(p.x + 1e-4);
-        const double j = std::floor(p.y + 1e-4);
-        const double a = p.x - i;
-        const double b = p.y - j;
-        ASSERT_LT(std::min(a, b), 2e-4) << p.x << "," << p.y;
-        const int x = static_cast<int>(i);
-        const int y = static_cast<int>(j);
-        const double v0 = grid.getValue1(x, y);
-        const double v1 = a > b ? grid.getValue1(x + 1, y) : grid.getValue1(x, y + 1);
-        const double v = v0 + (v1 - v0) * std::max(a, b);
-        EXPECT_NEAR((v - 0.2) / 0.5, std::round((v - 0.2) / 0.5), 1e-3 + (hi - lo) / 1e4 / .5);
-      }
     }
   }
 }
@@ -643,7 +583,7 @@ TEST_F(ContTest, GridContDrawsBetweenMaps) {
   EXPECT_EQ(maps(1, "lcf,map_line,lab=0:0"), "7-8");
   EXPECT_EQ(maps(0, "ln,lab=0:0,int=15"), "-8");
   std::vector<std::string> labels;
-  for (const Text& t : texts) labels.push_back(t.text);
+  for (const MetaText& t : texts) labels.push_back(t.text);
   EXPECT_EQ(labels, (std::vector<std::string>{"Field", "Int: 15 Lo: 0 Hi: 40"}));
   maps(0, "ln,lab=0:0,nolabel");
   EXPECT_TRUE(texts.empty());

@@ -302,15 +302,6 @@ TEST_F(GraphTest, DrawsTextInTheDevicesFont) {
   EXPECT_EQ(graph.setFont("modern.fnt"), 1) << "a font file that isn't in the list";
 }
 
-// Text of 99 characters at most, on request whatever the font.
-TEST_F(GraphTest, HfontSendsAllTextToTheDevice) {
-  graph.setDevice(std::make_unique<RecordingDevice>(lines), "file,hfont");
-  graph.open();
-  told();
-  graph.drawText(Point(0.0F, 0.5F), std::string(150, 'x').c_str());
-  EXPECT_EQ(told()[1], "text 0,250 " + std::string(99, 'x'));
-}
-
 TEST_F(GraphTest, DrawsMarks) {
   const char* marks[] = {
       "500,250 510,250 510,240 500,240 500,250",

@@ -114,28 +114,6 @@ TEST(Grid, Statistics) {
   EXPECT_EQ(Grid().getRange(range), 0);
 }
 
-TEST(Grid, ReadsThroughItsDomain) {
-  Grid grid;
-  Domain domain;
-  ASSERT_EQ(DomainTool::decode(domain, "ps,40,-100,3,3,1,1"), 1);
-  grid.setDomain(domain);
-  EXPECT_EQ(grid.getNx(), Const::MISS) << "the size is set apart";
-  grid.setSize(3, 3);
-  ASSERT_EQ(grid.allocData(), 1);
-  EarthPoint centre(40, -100);
-  Point p;
-  grid.tran(centre, p);
-  for (int i = 0; i < 3; i++) {
-    for (int j = 0; j < 3; j++) {
-      grid.setValue(i, j, 7);
-    }
-  }
-  EXPECT_FLOAT_EQ(grid.getValue(centre), 7);
-  EXPECT_FLOAT_EQ(grid.getValue(p), 7);
-  EXPECT_EQ(grid.getValue(EarthPoint(10, 10)), M);
-  EXPECT_EQ(grid.getValue(EarthPoint()), M);
-}
-
 TEST(Grid, CopiesApart) {
   Grid grid = makeGrid();
   const std::string text(200, 'x');

@@ -187,19 +187,6 @@ TEST(ImgZqvFileTest, WrittenFilesComeBackBitForBit) {
   }
 }
 
-// The streams hold 10000 pixels each.
-TEST(ImgZqvFileTest, CompressesInBlocks) {
-  const TempDir dir;
-  const Image image = sample(300, 100);
-  ImgZqvFile file;
-  EXPECT_EQ(file.write(dir.at("a.imgz").c_str(), 2, image), 1);
-  const std::string bytes = dir.read("a.imgz");
-  std::string blocks;
-  for (size_t i = 0; i < 3; i++)
-    blocks += NidsMaker::zlib(pixels(image).substr(i * 10000, 10000), 6);
-  EXPECT_TRUE(bytes == "ZQVIMG4Z\n\n\n300 100\n" + blocks);
-}
-
 TEST(ImgZqvFileTest, PixelsAreWrittenOfPlainImagesOnly) {
   const TempDir dir;
   Image image = sample(4, 2);

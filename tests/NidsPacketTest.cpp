@@ -230,29 +230,6 @@ NidsMaker paged() {
   return m;
 }
 
-TEST(NidsPacketTest, PageEndsByItsLengthWithoutAnotherRead) {
-  Opened o(paged());
-  NidsFile& nids = o.nids;
-  EXPECT_EQ(nids.readRastor(), 1);
-  EXPECT_EQ(runsOf(nids).size(), 2U);
-  EXPECT_EQ(nids.readPacket(), 0);
-  EXPECT_EQ(nids.getPacketCode(), NidsFile::DIVIDER);
-  ASSERT_EQ(nids.graphic(), 1);  // its divider has been read
-  EXPECT_EQ(nids.getNumGraph(), 2);
-  ASSERT_EQ(nids.graphicLayer(), 1);
-  EXPECT_EQ(nids.readPacket(), 8);
-  EXPECT_EQ(nids.skipText(), 1);
-  EXPECT_EQ(nids.readPacket(), 8);
-  EXPECT_EQ(nids.skipText(), 1);
-  EXPECT_EQ(nids.readPacket(), 0);
-  EXPECT_EQ(nids.readPacket(), 0);
-  EXPECT_EQ(nids.graphicLayer(), 2);
-  EXPECT_EQ(nids.readPacket(), 10);
-  EXPECT_EQ(nids.skipVector(), 0);
-  EXPECT_EQ(nids.readPacket(), 0);
-  EXPECT_EQ(nids.graphicLayer(), 0);
-}
-
 TEST(NidsPacketTest, GraphicBlockIsFoundFromAnywhereAhead) {
   // From the image, a packet that isn't known, the divider of a second layer, and the block's own.
   NidsMaker unknown = paged();

@@ -29,24 +29,6 @@ class PlotTest : public MetaTest {
 
 }  // namespace
 
-TEST_F(PlotTest, FitsTheDomainIntoThePanel) {
-  drawn([](Plot& plot) {
-    plot.setPanel(domain("latlon,40,-100,41,21,1,1"));  // 2:1 on a page of 1.5 by 1
-    Rect view;
-    plot.getViewport(view);
-    EXPECT_NEAR(view.xmin, 0, 1e-6);
-    EXPECT_NEAR(view.xmax, 1.5, 1e-6);
-    EXPECT_NEAR(view.getHeight(), 0.75, 1e-6);
-    EXPECT_NEAR(view.ymin + view.ymax, 1, 1e-6);
-    float x = 0;
-    float y = 0;
-    EXPECT_EQ(plot.tranPlotWindow(0.75F, 0.5F, x, y),
-              1);  // device coordinates, the middle of the page
-    EXPECT_NEAR(y, 40, 1e-3);
-    EXPECT_EQ(plot.tranPlotWindow(1.49F, 0.5F, x, y), 1) << "the right end of a wide page";
-  });
-}
-
 TEST_F(PlotTest, PanelsShareThePage) {
   drawn([](Plot& plot) {
     plot.setPanel(domain("latlon,40,-100,31,21,1,1"));

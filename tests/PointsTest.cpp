@@ -142,20 +142,5 @@ TEST(EarthPoints, RangeAndOutline) {
   EXPECT_FLOAT_EQ(centre.lon, 20);
 }
 
-TEST(Values, SortOrKeep) {
-  const Rect rect(5, 6, 1, 2);
-  EXPECT_EQ(rect.xmin, 1);
-  EXPECT_EQ(rect.ymax, 6);
-  const Coords coords(5, 6, 1, 2);
-  EXPECT_EQ(coords.xmin, 5);
-  EXPECT_EQ(coords.xext, -4);
-  EXPECT_EQ(Range(2, Const::FMISS).getRange(), Const::FMISS);
-  EXPECT_EQ(Range(2, 5).getRange(), 3);
-  Point p;
-  p.interp(Point(0, 10), Point(10, 20), 0.25F);
-  EXPECT_FLOAT_EQ(p.x, 2.5F);
-  EXPECT_FLOAT_EQ(p.y, 12.5F);
-}
-
 }  // namespace
 }  // namespace ZQV

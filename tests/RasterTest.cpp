@@ -71,35 +71,6 @@ TEST_F(RasterTest, APixelOnAnOutlineBelongsToWhatLiesRightOfItOrBelow) {
   EXPECT_EQ(rows(raster)[2], "........");
 }
 
-TEST_F(RasterTest, NeighboursShareNoPixelAndLeaveNone) {
-  // A fan of triangles around a point covers its hull, each pixel once.
-  constexpr int size = 60;
-  open(size, size);
-  std::mt19937 random(7);
-  std::uniform_real_distribution<float> place(2.0F, 57.0F);
-  for (int run = 0; run < 40; run++) {
-    const float cx = place(random);
-    const float cy = place(random);
-    const std::vector<std::pair<float, float>> corners = {{0, 0}, {59, 0}, {59, 59}, {0, 59}};
-    std::vector<int> count(size * size);
-    for (size_t i = 0; i < 4; i++) {
-      raster.clear();
-      const auto& a = corners[i];
-      const auto& b = corners[(i + 1) % 4];
-      raster.drawFill(Device::FILL, line({a, b, {cx, cy}}));
-      const Rows now = rows(raster);
-      for (size_t y = 0; y < size; y++) {
-        for (size_t x = 0; x < size; x++) count[y * size + x] += now[y][x] == '#' ? 1 : 0;
-      }
-    }
-    for (size_t y = 0; y < size; y++) {
-      for (size_t x = 0; x < size; x++) {
-        ASSERT_EQ(count[y * size + x], x < 59 && y < 59 ? 1 : 0) << x << "," << y;
-      }
-    }
-  }
-}
-
 TEST_F(RasterTest, ClipAndFarCoordinates) {
   open(10, 10);
   raster.setClip(2, 3, 6, 7);

@@ -243,20 +243,6 @@ TEST(RcmFileTest, MessagesOfABulletinAreFound) {
   EXPECT_EQ(raw.len, 4999);
 }
 
-TEST(RcmDomainTest, TheSiteLiesOnEveryFourthCell) {
-  RcmDomain domain;
-  // The centre of the grid is its point (225.5, 177.5).
-  EXPECT_EQ(domain.setSite(39.579372F, -97.421463F), 1);
-  EXPECT_EQ(domain.getSite().gx, 224);
-  EXPECT_EQ(domain.getSite().gy, 176);
-  GridPoint g;
-  EXPECT_EQ(domain.tranSite(49.5F, 0, g), 1);
-  EXPECT_EQ(g.gx, 225.5F);
-  EXPECT_EQ(g.gy, 128);
-  EXPECT_EQ(domain.tranSite(Const::FMISS, 0, g), 0);
-  EXPECT_FALSE(g.isSet());
-}
-
 TEST(RcmZqvFileTest, SummariesAreWrittenAndReadBack) {
   const TempDir dir;
   const std::string name = dir.at("summary");

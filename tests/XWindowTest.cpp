@@ -381,21 +381,3 @@ TEST(XWindowTest, DrawsIntoTheWindowOfAnotherProgram) {
   xlib->XCloseDisplay(d);
   Zqv::setMessageLevel(6);
 }
-
-TEST(XWindowTest, DeviceTextsNameDrawables) {
-  const auto device = [](const char* params) {
-    XWindow window;
-    String text;
-    window.setParam(params);
-    window.getDevice(text);
-    float w = 0.0F;
-    float h = 0.0F;
-    window.getSize(w, h);
-    return std::string(text.get()) + std::to_string(static_cast<int>(w)) + " " +
-           std::to_string(static_cast<int>(h));
-  };
-  EXPECT_EQ(device(""), "d,,+0:0:640x512\n640 512");
-  EXPECT_EQ(device(":3"), "d,:3,+0:0:640x512\n640 512");
-  EXPECT_EQ(device("co=host:1,wp=+17:18:300x200:19"), "d,host:1,+17:0:300x200\n300 200");
-  EXPECT_EQ(device(":3,0xff:30x20:1"), "d,:3,+0:0:30x20\n30 20");
-}
