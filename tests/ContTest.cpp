@@ -6,7 +6,6 @@
 #include <functional>
 #include <limits>
 #include <map>
-#include <random>
 
 #include <gtest/gtest.h>
 
@@ -152,9 +151,6 @@ float ring(int i, int j) {
 float holed(int i, int j) {
   return radius(i, j, 0.5F) < 0.2F || (i == 3 && j == 4) ? M : cone(i, j);
 }
-float saddle(int i, int j) {
-  return static_cast<float>((i - 20) * (j - 15)) / 20 + 0.1F;
-}
 
 }  // namespace
 
@@ -192,73 +188,6 @@ TEST_F(ContTest, AreasAndLengthsAsAnotherContourerHasThem) {
       EXPECT_NEAR(areaOf(k + 11), k < 5 ? row.areas[k] : 0, 0.05) << k;
       EXPECT_NEAR(lengths[k], row.lengths[k], 0.05) << k;
     }
-  }
-}
-
-// Each point of each valid cell lies in one polygon, and no other. With two levels a cell may be
-// a saddle of one of them; by the rule for saddles the lines of a second level could cross the
-// first's.
-TEST_F(ContTest, BandsCoverEachValidCellOnce) {
-  std::mt19937 random(7);
-  std::uniform_real_distribution<float> any(0, 1);
-  const auto noise = [&](int, int) { return any(random) < 0.1F ? M : any(random); };
-  // Whole numbers, most of which are levels.
-  const auto steps = [&](int, int) { return std::floor(any(random) * 3); };
-  struct Row {
-    Field field;
-    const char* params;
-    bool is_crossed = false;
-  };
-  const Row rows[] = {{plane, "int=.5"},
-                      {cone, "int=.31,base=.07"},
-                      {ring, "int=.7"},
-                      {saddle, "int=.9"},
-                      {holed, "int=.5"},
-                      {noise, "int=.5"},
-                      {steps, "int=2"},
-                      {[](int, int) { return 5.0F; }, "int=1"},
-                      {[](int i, int) { return i < 20 ? 5.0F : 7.0F; }, "int=1"},
-                      {noise, "int=.05", true}};
-  for (const Row& row : rows) {
-    SCOPED_TRACE(&row - rows);
-    cont.init();
-    const Grid grid = makeGrid(row.field);
-    ASSERT_EQ(contour(grid, std::string("cf,lab=0:0,") + row.params), 1);
-    double sum = 0;
-    std::map<std::pair<int, int>, std::vector<const Polygon*>> in_cell;
-    for (const auto& [color, polygons] : fills) {
-      for (const Polygon& p : polygons) {
-        sum += area(p);
-        const auto [left, right] = std::minmax_element(
-            p.begin(), p.end(), [](const auto& a, const auto& b) { return a.x < b.x; });
-        const auto [top, bottom] = std::minmax_element(
-            p.begin(), p.end(), [](const auto& a, const auto& b) { return a.y < b.y; });
-        in_cell[{static_cast<int>((left->x + right->x) / 2),
-                 static_cast<int>((top->y + bottom->y) / 2)}]
-            .push_back(&p);
-      }
-    }
-    double valid = 0;
-    int wrong = 0;
-    for (int j = 0; j < NY - 1; j++) {
-      for (int i = 0; i < NX - 1; i++) {
-        const bool is_valid = grid.getValue1(i, j) != M && grid.getValue1(i + 1, j) != M &&
-                              grid.getValue1(i, j + 1) != M && grid.getValue1(i + 1, j + 1) != M;
-        valid += is_valid ? 1 : 0;
-        for (int n = 0; n < 8; n++) {
-          const double x = i + 0.01 + 0.98 * static_cast<double>(any(random));
-          const double y = j + 0.01 + 0.98 * static_cast<double>(any(random));
-          int covered = 0;
-          for (const Polygon* p : in_cell[{i, j}]) covered += holds(*p, x, y) ? 1 : 0;
-          wrong +=
-              (row.is_crossed ? (covered > 0) != is_valid : covered != (is_valid ? 1 : 0)) ? 1 : 0;
-        }
-      }
-    }
-    if (!row.is_crossed) {
-      EXPECT_NEAR(sum, valid, 0.02);
-    }
-    EXPECT_LE(wrong, 1) << "points on an outline, at most";
   }
 }
 

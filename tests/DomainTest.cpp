@@ -5,7 +5,6 @@
 #include <limits>
 #include <sstream>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -280,18 +279,6 @@ TEST(Domain, LambazCentreGivesZero) {
   EXPECT_EQ(e.lon, -100);
 }
 
-TEST(Domain, LatLonTakesTheShortWay) {
-  Domain domain = make("ll:0:-100");
-  for (const auto& [lon, x] :
-       {std::pair(90.0F, -170.0F), std::pair(85.0F, -175.0F), std::pair(75.0F, 175.0F)}) {
-    EarthPoint e(10, lon);
-    Point p;
-    domain.tran(e, p);
-    EXPECT_EQ(p.x, x);
-    EXPECT_EQ(p.y, 10);
-  }
-}
-
 TEST(Domain, NamesOfProjections) {
   const struct {
     int code;
@@ -373,17 +360,6 @@ TEST(Domain, GridStartsAtTheUpperLeft) {
   Domain globe = make("ll:0:0", 0, 0);
   globe.tran(Point(-375, 0), g);
   EXPECT_FLOAT_EQ(g.gx, -3);
-}
-
-// With a negative spacing the grid runs the other way round its centre.
-TEST(Domain, NegativeSpacingKeepsTheCentre) {
-  Domain domain;
-  ASSERT_EQ(DomainTool::decode(domain, "xy,5,5,11,11,-1,1"), 1);
-  Point p;
-  domain.tran(GridPoint(0, 0), p);
-  EXPECT_FLOAT_EQ(p.x, 10);
-  domain.tran(GridPoint(10, 10), p);
-  EXPECT_FLOAT_EQ(p.x, 0);
 }
 
 TEST(Domain, SetsFromCorners) {

@@ -2,21 +2,15 @@
 
 #include "File.h"
 
-#include <bzlib.h>
 #include <gtest/gtest.h>
 #include <zlib.h>
 
-#include "BZlib.h"
 #include "Buffer.h"
 #include "Const.h"
 #include "FileTool.h"
-#include "FloatArray.h"
 #include "Hash.h"
-#include "NidsMaker.h"
 #include "String.h"
-#include "Swap.h"
 #include "TempDir.h"
-#include "Zlib.h"
 
 using namespace ZQV;
 

@@ -74,19 +74,6 @@ TEST(GFontTest, ReadsGlyphsWhereverTheyBreakOff) {
   }
 }
 
-TEST(GFontTest, HoldsAtMost7500Moves) {
-  const ScratchDir dir;
-  std::string text = "0 A ";
-  for (int i = 0; i < 9000; i++) text += "1 2 ";
-  GFont font(dir.write("a.fnt", text + "255 B 1 2 254").c_str());
-  ASSERT_EQ(font.setChar('A'), 1);
-  Point p;
-  int n = 0;
-  while (font.get(p) != 0) n++;
-  EXPECT_EQ(n, 7499);
-  EXPECT_EQ(font.setChar('B'), 0);
-}
-
 TEST(GFontTest, DeviceFontsAreDescribedByTheirName) {
   const ScratchDir dir;
   GFont font(dir.write("a.fnt", "0 A 1 2 254").c_str());

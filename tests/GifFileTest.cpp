@@ -1,6 +1,5 @@
 #include "GifFile.h"
 
-#include <array>
 #include <cstdlib>
 #include <string>
 #include <vector>

@@ -139,18 +139,6 @@ TEST_F(GraphTest, RedrawGoesBackToTheWholeDevice) {
   EXPECT_EQ(text(graph.getViewport()), "0 0 1 1");
 }
 
-TEST_F(GraphTest, TellsTheDeviceOnlyOfChanges) {
-  EXPECT_EQ(graph.setLineColor(1), 0);
-  EXPECT_EQ(graph.setLineColor(7), 1);
-  EXPECT_EQ(graph.setLineColor(7), 0);
-  EXPECT_EQ(graph.setFillColor(8) + graph.setTextColor(9) + graph.setMarkColor(10), 3);
-  EXPECT_EQ(graph.setLineWidth(2.0F) + graph.setTextWidth(3.0F) + graph.setMarkWidth(4.0F), 3);
-  EXPECT_EQ(graph.setLineWidth(2.0F) + graph.setTextWidth(3.0F) + graph.setMarkWidth(4.0F), 0);
-  EXPECT_EQ(graph.setLineStyle(2) + graph.setFillStyle(9), 2);
-  EXPECT_THAT(told(), ElementsAre("color 1 7", "color 3 8", "color 4 9", "color 2 10", "width 1 2",
-                                  "width 4 3", "width 2 4", "style 1 2", "pattern 3 9"));
-}
-
 TEST_F(GraphTest, RejectsWhatLiesOutsideTheWindow) {
   constexpr struct {
     const char* fault;
@@ -356,24 +344,6 @@ TEST_F(GraphTest, PassesOnTheRest) {
   EXPECT_EQ(graph.close(), 0);
   EXPECT_EQ(graph.drawMark(1.0F, 1.0F) + graph.drawText(0.0F, 0.0F, "A") + graph.setLineColor(3),
             0);
-}
-
-TEST_F(GraphTest, GoesOnWithoutDeviceFontOrSymbols) {
-  Graph other;
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(other.setDevice("any", "co=:9999"), 1) << "a name that is no device is the display";
-  EXPECT_EQ(other.open(), 0);
-  EXPECT_EQ(other.manage(), 0);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "XWindow: unable to connect to display\n");
-  Zqv::setDatabasePath("/nowhere");
-  other.setDevice(std::make_unique<RecordingDevice>(lines), "");
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(other.open(), 1);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "Symbol_read: unable to load symbol file: /nowhere/wx.smb\n");
-  told();
-  EXPECT_EQ(other.drawText(0.0F, 0.0F, "A"), 1);
-  EXPECT_THAT(told(), IsEmpty());
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <functional>
 #include <string>
-#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -211,17 +211,6 @@ TEST(ImageTest, SamplesWithinALevelClass) {
   EXPECT_EQ(image.getVal(0, 0), 99) << "the pixel read last is that of the upper left";
 }
 
-TEST(ImageTest, SamplesOtherKindsAtTheNearestPixel) {
-  Image indexed = make({{0, 10, 0}, {20, 30, 0}, {0, 0, 0}}, 8, Image::INDEXED);
-  indexed.allocColors(4);
-  EXPECT_EQ(indexed.getPixel(0.5F, 0.4F), 10);
-  EXPECT_EQ(indexed.getPixel(0.6F, 0.6F), 30);
-  Image colored = trueColor({{0x010203, 0x040506, 0}, {0x070809, 0, 0}, {0, 0, 0}});
-  colored.setByteOrder(0);
-  EXPECT_EQ(colored.getPixel(0.4F, 0.6F), 0x070809) << "the byte order isn't consulted";
-  EXPECT_EQ(make({{1, 2}, {3, 4}}, 16).getPixel(0.0F, 0.0F), 0);
-}
-
 TEST(ImageTest, TranslatesPhysicalValues) {
   constexpr struct {
     float value;

@@ -1,8 +1,6 @@
 #include "ImgZqvFile.h"
 
-#include <cstring>
 #include <string>
-#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,7 +9,6 @@
 #include "Const.h"
 #include "Domain.h"
 #include "FileTool.h"
-#include "GeomBox.h"
 #include "Image.h"
 #include "ImageFile.h"
 #include "NidsMaker.h"

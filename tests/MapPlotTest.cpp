@@ -8,12 +8,10 @@
 #include <gtest/gtest.h>
 
 #include "EarthPoint.h"
-#include "Graph.h"
 #include "MapFile.h"
 #include "MapFileHeader.h"
 #include "MetaTest.h"
 #include "Point.h"
-#include "Rect.h"
 
 using namespace ZQV;
 
@@ -229,25 +227,6 @@ TEST_F(MapPlotTest, NorthAmericaHasAListOfItsOwn) {
   for (const auto& row : rows) {
     EXPECT_EQ(drawnMap(row.view, "").size(), row.lists) << row.view;
   }
-}
-
-TEST_F(MapPlotTest, AttributesEndWithTheirItem) {
-  writeLine("a.map", {EarthPoint(40, -110), EarthPoint(45, -90), EarthPoint(35, -90)});
-  const std::vector<Record> records = drawn(degrees, [](Plot& plot) {
-    MapPlot map;
-    map.setMapFiles("a.map:red:fi=hat,a.map:red:st=4,a.map:red");
-    map.draw(plot);
-    plot.drawLine(Point(-100, 40), Point(-90, 40));
-  });
-  ASSERT_EQ(records.size(), 4U);
-  EXPECT_EQ(records[0].kind, 'F');
-  EXPECT_EQ(records[1].kind, 'L') << "filled no more";
-  EXPECT_NE(records[2].line_color, records[3].line_color) << "the last item has gone as well";
-  const std::string meta = dir.read("m");
-  const size_t dashed = meta.find("LSTY 4");
-  ASSERT_NE(dashed, std::string::npos);
-  EXPECT_LT(meta.find("L 3", dashed), meta.find("LSTY 1", dashed));
-  EXPECT_LT(meta.find("LSTY 1", dashed), meta.rfind("L 3"));
 }
 
 TEST_F(MapPlotTest, SegmentsThatAreCutOrLong) {

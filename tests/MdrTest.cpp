@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "EarthPoint.h"
 #include "Filename.h"
 #include "Grid.h"
 #include "Image.h"

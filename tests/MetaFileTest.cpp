@@ -57,27 +57,6 @@ TEST_F(MetaFileTest, HeadsEachPlotWithTheMagicLine) {
   EXPECT_THAT(both, testing::StartsWith(text + head)) << "an appended plot has its own magic line";
 }
 
-TEST_F(MetaFileTest, TakesItsNameFromAnyPlace) {
-  struct Row {
-    const char* fault;
-    std::string params;
-    float width;
-  };
-  const std::string path = dir.at("a.meta");
-  const Row rows[] = {{"Lone", path, 1.0F},
-                      {"Second", "," + path, 1.0F},
-                      {"SecondBeforeFirst", "/nowhere/x," + path + ",sz=20x10", 20.0F},
-                      {"FirstWithSize", path + ",sz=20x10", 20.0F},
-                      {"Key", ",FILE=" + path + ",SZ=20x10", 20.0F},
-                      {"BadSizes", path + ",sz=-1x5,sz=5,sz=infx1,sz", 1.0F}};
-  for (const Row& row : rows) {
-    const std::string text = page(row.params, [&](MetaFile& device) {
-      EXPECT_EQ(device.getWidth(), row.width) << row.fault;
-    });
-    EXPECT_THAT(text, testing::EndsWith("#End of plot\n")) << row.fault;
-  }
-}
-
 TEST_F(MetaFileTest, RecordsDrawings) {
   Points p;
   p.add(1.0F, 2.0F);

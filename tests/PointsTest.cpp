@@ -1,16 +1,12 @@
 #include "Points.h"
 
-#include <cmath>
 
 #include <gtest/gtest.h>
 
-#include "Coords.h"
 #include "EarthPoint.h"
 #include "EarthPoints.h"
 #include "EarthRange.h"
 #include "Point.h"
-#include "Range.h"
-#include "Rect.h"
 
 namespace ZQV {
 namespace {
@@ -113,15 +109,6 @@ TEST(Points, CenterLiesInside) {
     EXPECT_FLOAT_EQ(p.x, row.p.x) << row.fault;
     EXPECT_FLOAT_EQ(p.y, row.p.y) << row.fault;
   }
-}
-
-TEST(Points, CentroidLeavesOutTheClosingPoint) {
-  Point p;
-  makePoints({{0, 0}, {6, 0}, {0, 6}, {0, 0}}).getCentroid(p);
-  EXPECT_FLOAT_EQ(p.x, 2);
-  EXPECT_FLOAT_EQ(p.y, 2);
-  EXPECT_EQ(Points().getCentroid(p), 1);
-  EXPECT_EQ(p.x, 0);
 }
 
 TEST(EarthPoints, RangeAndOutline) {

@@ -130,19 +130,6 @@ TEST(ScanpTest, Reals) {
   EXPECT_EQ(v[1], -FLT_MAX);
 }
 
-TEST(ScanpTest, SingleCharactersArentTerminated) {
-  Scanp p;
-  p.set("A 2425");
-  char kind = 0;
-  char two[3] = {'x', 'x', 'x'};
-  int speed = 0;
-  EXPECT_EQ(p.scan("%c%2c%*c%2d", kind, two, speed), 4);
-  EXPECT_EQ(kind, 'A');
-  EXPECT_EQ(std::string(two, 3), " 2x");
-  EXPECT_EQ(speed, 25);
-  EXPECT_EQ(p.scan("%9c", two), 0);
-}
-
 TEST(ScanpTest, ThePositionStaysWithinTheText) {
   const char text[] = "ab\0/MT 310";  // with a NUL
   Scanp p;

@@ -17,7 +17,6 @@
 #include "DynLib.h"
 #include "NidsMaker.h"
 #include "Run.h"
-#include "String.h"
 #include "TempDir.h"
 #include "XLib.h"
 #include "XServer.h"
