@@ -2,7 +2,6 @@
 
 #include "Date.h"
 
-
 #include <gtest/gtest.h>
 
 #include "Const.h"
@@ -51,9 +50,7 @@ TEST(Date, TakesOnlyWhatIsThere) {
 
 TEST(Date, ArithmeticKeepsMissingFieldsMissing) {
   Date date = at("2004010223");
-  const long before = date.getSeconds();
   date.addHours(2);
-  EXPECT_EQ(date.getSeconds(), before + 7200);
   EXPECT_EQ(date.getDay(), 3);
   EXPECT_EQ(date.getHour(), 1);
   EXPECT_EQ(date.getMinute(), Const::MISS);

@@ -7,7 +7,6 @@
 #include "Domain.h"
 #include "Region.h"
 #include "ScratchDir.h"
-#include "String.h"
 #include "Strings.h"
 
 namespace ZQV {
@@ -145,40 +144,6 @@ TEST(DomainTool, RegionThatNamesItself) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "DomainTool::decode: Invalid plot domain: " + text + "\n");
   }
-}
-
-TEST(DomainTool, Parameters) {
-  Domain domain;
-  ASSERT_EQ(DomainTool::decode(domain, "lc:40:-100:25:45,40,-100,60,40,1,1"), 1);
-  EXPECT_EQ(domain.getParam(0), 25);
-  EXPECT_EQ(domain.getParam(1), 45);
-  EXPECT_EQ(domain.getParam(2), M);
-  ASSERT_EQ(DomainTool::decode(domain, "sat:e:0:-75:421.64:1:2:3:4,0,-75"), 1);
-  EXPECT_TRUE(domain.ellipse);
-  EXPECT_EQ(domain.getParam(3), 3);
-  EXPECT_EQ(domain.getParam(4), M);  // can't be set from text
-  ASSERT_EQ(DomainTool::decode(domain, "sat:E:0:-75,0,-75"), 1);
-  EXPECT_FALSE(domain.ellipse);  // "e" in this case only; "E" is no number
-  EXPECT_EQ(domain.getPLat(), 0);
-}
-
-TEST(Region, LinesAndNames) {
-  const ScratchDir files;
-  files.write("zqv.reg", "# comment\n\none A 1 1,1\nshort B\nTwo C 2 2,2 rest\n" +
-                             std::string(600, 'x') + " D 3 3,3\nlast E 4 4,4");
-  String out;
-  EXPECT_EQ(Region::get(nullptr, "ONE", out), 1);
-  EXPECT_STREQ(out.get(), "1,1");
-  EXPECT_EQ(Region::get("zqv.reg", nullptr, out), 1);
-  EXPECT_STREQ(out.get(), "1,1");
-  // The line with a single word that can be scanned answers whatever was asked for.
-  EXPECT_EQ(Region::get(nullptr, "two", out), 1);
-  EXPECT_STREQ(out.get(), "short");
-  files.write("zqv.reg", "one A 1 1,1\n");
-  EXPECT_EQ(Region::get(nullptr, "two", out), 0);
-  EXPECT_EQ(out.getLength(), 0);
-  files.write("zqv.reg", "last E 4 4,4");
-  EXPECT_EQ(Region::get(nullptr, "last", out), 1);
 }
 
 TEST(Region, PackageRegions) {

@@ -139,27 +139,6 @@ TEST_F(GraphTest, RedrawGoesBackToTheWholeDevice) {
   EXPECT_EQ(text(graph.getViewport()), "0 0 1 1");
 }
 
-TEST_F(GraphTest, RejectsWhatLiesOutsideTheWindow) {
-  constexpr struct {
-    const char* fault;
-    float x1, y1, x2, y2;
-    int drawn;
-  } rows[] = {
-      {"Left", -2.0F, 0.2F, -1.0F, 0.4F, 0},   {"Right", 2.1F, 0.2F, 3.0F, 0.4F, 0},
-      {"Below", 0.0F, -0.2F, 1.0F, -0.1F, 0},  {"Above", 0.0F, 1.1F, 1.0F, 2.0F, 0},
-      {"Across", -1.0F, 0.5F, 3.0F, 0.5F, 1},  {"OnlyItsBoxOverlaps", -1.0F, 0.9F, 0.1F, 3.0F, 1},
-      {"OnTheEdge", 2.0F, 0.0F, 3.0F, 0.4F, 1}};
-  for (const auto& row : rows) {
-    Points p;
-    p.add(row.x1, row.y1);
-    EXPECT_EQ(graph.drawLine(p), 0) << row.fault << ": a single point";
-    p.add(row.x2, row.y2);
-    EXPECT_EQ(graph.drawLine(p), row.drawn) << row.fault;
-    EXPECT_EQ(graph.drawFill(p), row.drawn) << row.fault;
-    EXPECT_EQ(told().size(), row.drawn != 0 ? 2U : 0U) << row.fault;
-  }
-}
-
 TEST_F(GraphTest, DrawsShapes) {
   graph.drawRect(Rect(0.2F, 0.4F, 1.0F, 0.8F));
   graph.drawFill(Rect(0.2F, 0.4F, 1.0F, 0.8F));

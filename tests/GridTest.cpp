@@ -187,14 +187,6 @@ TEST(VarSpec, Labels) {
   EXPECT_TRUE(out.contains("6 hour forecast for 0900Z")) << out.get();
   EXPECT_EQ(spec.toDateLabel(Date(), Timezone(), "", out), 0);
 
-  ForeTime fore;
-  for (const auto& [text, label] :
-       {std::pair("12", "12 hour forecast"), std::pair("an", "Analysis"),
-        std::pair("0", "Analysis"), std::pair("x", "")}) {
-    fore.set(text);
-    fore.toTimeLabel(out);
-    EXPECT_STREQ(out.get(), label);
-  }
   for (const auto& [text, label] :
        {std::pair("sfc", "sfc"), std::pair("1000-500mb", "1000-500 mb"), std::pair("2", "2"),
         std::pair("inf", "inf"), std::pair("", "")}) {

@@ -1,12 +1,10 @@
 #include "Image.h"
 
-#include <cmath>
 #include <limits>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "ColorMap.h"

@@ -2,9 +2,7 @@
 
 #include <string>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <zlib.h>
 
 #include "Const.h"
 #include "Domain.h"

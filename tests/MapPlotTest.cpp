@@ -260,20 +260,6 @@ TEST_F(MapPlotTest, ResourcesAndFlags) {
   drawnMap(degrees, "map_in,mf=a.map:red");
   EXPECT_NE(out.find("a.map 1 1\n"), std::string::npos) << out;
   Zqv::setMessageLevel("none");
-
-  const TempDir other;
-  Zqv::putResrc("file_path", other.path.c_str());
-  other.write("only.map", "2 0 0 0 0 1\n40 -110 40 -90\n");
-  EXPECT_EQ(drawnMap(degrees, "mf=only.map:red").size(), 1U);
-  Zqv::putResrc("color_line", "green");
-  int color = -1;
-  const std::vector<Record> records = drawn(degrees, [&](Plot& plot) {
-    color = plot.getColorValue("green");
-    MapPlot map("mf=none.map,lalo");
-    map.draw(plot);
-  });
-  ASSERT_FALSE(records.empty());
-  EXPECT_EQ(records[0].line_color, color);
 }
 
 TEST_F(MapPlotTest, ColoursAndFills) {

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "EarthPoint.h"
 #include "Filename.h"
 #include "Grid.h"
 #include "Image.h"
@@ -205,6 +206,17 @@ TEST(MdrFileTest, LongReportsAreCut) {
     ASSERT_EQ(file.open(dir.write("bulletin", none).c_str()), 1);
     EXPECT_EQ(file.read(raw), 0) << none;
   }
+}
+
+// A degree is 111.2 km: 60 miles north, and 120 east at 35 degrees.
+TEST(MdrDataTest, PlacesLieAroundTheSite) {
+  MdrData data = decode("OKC 1235 LINE 4R+ 0/60 90/120 20W MT 310 AT 180/30");
+  data.lat = 35;
+  data.lon = -97;
+  EarthPoint point;
+  ASSERT_EQ(data.getRegLoc(0, point), 1);
+  EXPECT_NEAR(point.lat, 35.5F, 0.002F);
+  EXPECT_NEAR(point.lon, -97 + 1 / 0.81915F, 0.005F);
 }
 
 TEST(MdrZqvFileTest, SummariesAreWrittenAndReadBack) {

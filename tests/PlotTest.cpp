@@ -2,8 +2,6 @@
 
 #include "Plot.h"
 
-#include <cmath>
-
 #include <gtest/gtest.h>
 
 #include "EarthPoint.h"

@@ -1,9 +1,7 @@
 #include "Points.h"
 
-
 #include <gtest/gtest.h>
 
-#include "EarthPoint.h"
 #include "EarthPoints.h"
 #include "EarthRange.h"
 #include "Point.h"
@@ -109,24 +107,6 @@ TEST(Points, CenterLiesInside) {
     EXPECT_FLOAT_EQ(p.x, row.p.x) << row.fault;
     EXPECT_FLOAT_EQ(p.y, row.p.y) << row.fault;
   }
-}
-
-TEST(EarthPoints, RangeAndOutline) {
-  EarthPoints pts;
-  EXPECT_EQ(pts.getRange().min_lat, Const::FMISS);
-  for (const EarthPoint& e :
-       {EarthPoint(10, -20), EarthPoint(30, -20), EarthPoint(30, 60), EarthPoint(10, 60)}) {
-    pts.add(e);
-  }
-  pts.add(0);
-  const EarthRange range = pts.getRange();
-  EXPECT_EQ(range.max_lat, 30);
-  EXPECT_EQ(range.min_lon, -20);
-  EXPECT_TRUE(pts.within(EarthPoint(20, 0)));
-  EXPECT_FALSE(pts.within(EarthPoint(5, 0)));
-  EarthPoint centre;
-  EXPECT_EQ(pts.getCenter(centre), 1);
-  EXPECT_FLOAT_EQ(centre.lon, 20);
 }
 
 }  // namespace

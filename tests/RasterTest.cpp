@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include "Image.h"
-#include "Point.h"
 #include "Points.h"
 #include "Rect.h"
 #include "XServer.h"

@@ -88,9 +88,7 @@ TEST(RcmFileTest, AllPartsOfAMessage) {
                                      "Y1 41,66 249/19 457 -1", "Q0 49,47 -9999/-9999 254 0"));
   ASSERT_EQ(d.num_vad, 3);
   EXPECT_EQ(d.vad[0].hgt, 20);
-  EXPECT_EQ(d.vad[0].dir, 158);
   EXPECT_EQ(d.vad[0].spd, 18);
-  EXPECT_EQ(d.vad[0].rms, 4);
   EXPECT_EQ(d.vad[1].rms, 15);
   EXPECT_EQ(d.vad[2].rms, Const::MISS);
   ASSERT_EQ(d.getNumTvs(), 2);

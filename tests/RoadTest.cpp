@@ -567,20 +567,15 @@ TEST_F(RoadTest, StormsStandAtTheirAzimuthAndRange) {
   EXPECT_EQ(first("hsize:un=cm"), "2.5 of 13");
   EXPECT_EQ(first("hsize:un=stone"), "1.0 of 13") << "no such unit: the value stays";
   EXPECT_EQ(first("ctop:un=km"), "0.6 of 13") << "20 hundreds of feet";
-  EXPECT_EQ(first("dbzm:un=cm"), "50.0 of 13") << "never converted";
   EXPECT_EQ(first("cspd:un=km/h"), "74.1 of 3");
   EXPECT_EQ(first("cdir"), "225.0 of 3");
-  EXPECT_EQ(first("dbzht:un=km"), "0.3 of 13") << "10 hundreds of feet";
-  EXPECT_EQ(first("meso"), "4.0 of 2");
   EXPECT_EQ(first("meso5"), "5.0 of 1");
   EXPECT_EQ(first("tvs"), "1.0 of 1");
   EXPECT_EQ(first("poh"), "40.0 of 4") << "only where it is above 0";
-  EXPECT_EQ(first("Posh"), "40.0 of 2");
   EXPECT_EQ(first("nothing"), "0");
   EXPECT_EQ(texts("-va '\"poh:fm=text,fo=#dev\"'"), (Texts{"", "", "X", "*"}));
   EXPECT_EQ(first("vil"), "10.0 of 13");
   EXPECT_TRUE(texts("-va '\"cid:fm=fo=#dev\"' -pa plot").empty());
-  EXPECT_TRUE(texts("-va '\"cid:fm=fo=#dev\"' -dr=-data").empty());
 }
 
 TEST_F(RoadTest, AStormAmongTheLinesOfItsTable) {

@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "Const.h"
-
 namespace ZQV {
 namespace {
 

@@ -94,6 +94,29 @@ TEST(Unit, FactorsOfUnitTexts) {
   EXPECT_TRUE(Unit::equal("dBZ", "DBZ"));
 }
 
+// The file is changed between the calls, so that what comes from the cache can be told apart.
+TEST(Unit, KeepsTheTenLatestConversions) {
+  const ScratchDir files;
+  const auto write = [&](int factor) {
+    std::string text;
+    for (int i = 0; i <= 10; i++) {
+      text += "u" + std::to_string(i) + " v *" + std::to_string(factor) + "\n";
+    }
+    files.write("units.lup", text);
+  };
+  Unit unit;
+  write(2);
+  for (int i = 0; i < 10; i++) {
+    EXPECT_EQ(unit.convert(1, ("u" + std::to_string(i)).c_str(), "v"), 2);
+  }
+  write(3);
+  EXPECT_EQ(unit.convert(1, "u0", "v"), 2);
+  EXPECT_EQ(unit.convert(1, "u10", "v"), 3);  // takes the place of the oldest, u0
+  EXPECT_EQ(unit.convert(1, "u1", "v"), 2);
+  EXPECT_EQ(unit.convert(1, "u0", "v"), 3);
+  EXPECT_EQ(unit.convert(1, "u9", "v"), 2);
+}
+
 TEST(Unit, Texts) {
   struct Scale {
     const char* unit;
