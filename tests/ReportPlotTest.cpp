@@ -438,10 +438,12 @@ TEST_F(ReportPlotTest, RcmItemsOfASite) {
   EXPECT_EQ(marks(filtered, "yellow", at(60, 60)), 0);
 
   // A site without precipitation has nothing but its image then, not even labels.
-  draw("-in rcmsite c -va city,mode -cot white:fo=#dev" + page.args());
-  EXPECT_THAT(words(), testing::IsSupersetOf({"C", "TLX", "Station", "Radar mode"}));
-  draw("-in rcmsite c -va city,mode -cot white:fo=#dev" + page.args("noclar,tz=EST:-5"));
-  EXPECT_THAT(words(), ElementsAre("Site: TLX RCM reflectvity [dBZ]", "1517 EST 20 MAY 20"));
+  draw("-in rcmsite c -va city,mode -cot white:fo=#dev" + page.args("tz=EST:-5"));
+  EXPECT_THAT(words(),
+              testing::IsSupersetOf({"C", "TLX", "Station", "Radar mode", "1517 EST 20 MAY 20"}));
+  EXPECT_THAT(words(), Each(testing::Not(HasSubstr("Z 20 MAY")))) << "neither of the variables";
+  draw("-in rcmsite c -va city,mode -cot white:fo=#dev" + page.args("noclar"));
+  EXPECT_THAT(words(), ElementsAre("Site: TLX RCM reflectvity [dBZ]", "2017Z 20 MAY 20"));
 }
 
 TEST_F(ReportPlotTest, OwnDomainIsAroundTheSite) {

@@ -114,7 +114,7 @@ TEST(Unit, KeepsTheTenLatestConversions) {
   EXPECT_EQ(unit.convert(1, "u10", "v"), 3);  // takes the place of the oldest, u0
   EXPECT_EQ(unit.convert(1, "u1", "v"), 2);
   EXPECT_EQ(unit.convert(1, "u0", "v"), 3);
-  EXPECT_EQ(unit.convert(1, "u9", "v"), 2);
+  EXPECT_EQ(unit.convert(1, "u1", "v"), 3);
 }
 
 TEST(Unit, Texts) {
