@@ -1,6 +1,5 @@
 #include <cmath>
 #include <limits>
-#include <set>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -68,18 +67,6 @@ TEST(ColorMapTest, TranslatesColourTexts) {
   }
 }
 
-TEST(ColorMapTest, ChannelTextsBecomeEntriesOnce) {
-  ColorMap map = smallMap();
-  EXPECT_EQ(map.getInd("#ff8000"), 3);
-  EXPECT_EQ(channels(map, 3), "1.000,0.502,0.000");
-  EXPECT_STREQ(map.getName(3), "#ff8000");
-  EXPECT_EQ(map.getInd("#FF8000"), 3);
-  EXPECT_EQ(map.getInd("#255000051"), 4);
-  EXPECT_EQ(channels(map, 4), "1.000,0.000,0.200");
-  EXPECT_EQ(channels(map, map.getInd("#00FF80")), "0.000,1.000,0.502");
-  EXPECT_EQ(map.getNum(), 6);
-}
-
 TEST(ColorMapTest, IndicesPastTheEndMeanTheLastEntry) {
   ColorMap map = smallMap();
   EXPECT_EQ(channels(map, 500), "0.000,0.000,1.000");
@@ -100,18 +87,6 @@ TEST(ColorMapTest, IndicesPastTheEndMeanTheLastEntry) {
   map.getIRGB(3, r, g, b);
   EXPECT_THAT(std::make_tuple(r, g, b), std::make_tuple(254, 0, std::numeric_limits<int>::max()));
   EXPECT_EQ(map.setNumFill(5), 0);
-}
-
-TEST(ColorMapTest, OverwritingKeepsTheDeviceValue) {
-  ColorMap map = smallMap();
-  map.setValue(1, 77);
-  EXPECT_EQ(map.add("Red", 0.5F, 0.0F, 0.0F), 1);
-  EXPECT_EQ(map.getValue(1), 77);
-  EXPECT_EQ(channels(map, 1), "0.500,0.000,0.000");
-  EXPECT_EQ(map.add("red", 0.0F, 0.0F, 0.0F), 3) << "another case is another name";
-  const std::string cut = "a_name_of_more_than_19_characters";
-  map.add(cut.c_str(), 0.0F, 0.0F, 0.0F);
-  EXPECT_EQ(map.getName(4), cut.substr(0, 19));
 }
 
 // Deliberate: the room is tested ahead of the name, and the names of a reset table are still known.
@@ -153,26 +128,12 @@ TEST(ColorFileTest, ReadsBothFormsAndTheEndOfTheFills) {
   EXPECT_STREQ(map.getName(4), "x") << "a number ahead of the name is passed over";
 }
 
-TEST(ColorFileTest, LaterFilesRedefineAndMissingOnesChangeNothing) {
-  const ScratchDir dir;
-  dir.write("a.clr", "red 1 0 0\nblue 0 0 1\n");
-  dir.write("b.clr", "red 0.5 0 0\n");
-  ColorMap map;
-  EXPECT_EQ(ColorFile::readFile("none.clr", map), 0);
-  EXPECT_EQ(ColorFile::read("a.clr,none.clr,b.clr", map), 0);
-  EXPECT_EQ(map.getNum(), 2);
-  EXPECT_EQ(map.getNumFill(), 2);
-  EXPECT_EQ(channels(map, 0), "0.500,0.000,0.000");
-  EXPECT_EQ(ColorFile::read(nullptr, map), 0);
-}
-
 TEST(ColorFileTest, ShippedTablesHaveTheNamesOfTheBuiltinFills) {
   const ScratchDir dir;
   Zqv::setDatabasePath(ZQV_DATA_DIR);
   for (const char* name : {"zqv.clr", "rad.clr"}) {
     ColorMap map;
     ASSERT_EQ(ColorFile::read(name, map), 1);
-    std::set<std::string> seen;
     ColorFill fill;
     fill.set(map, nullptr);
     std::string fills;
@@ -181,9 +142,6 @@ TEST(ColorFileTest, ShippedTablesHaveTheNamesOfTheBuiltinFills) {
               "blue,lblue,cyan,lcyan,green,lgreen,brown,yellow,red,lred,magenta,lmagenta,dgray,"
               "lgray,white,");
     for (const char* other : {"black", "orange"}) EXPECT_GE(map.getInd(other), 15) << other;
-    for (int i = 0; i < map.getNum(); i++) {
-      EXPECT_TRUE(seen.insert(channels(map, i)).second) << map.getName(i) << " twice in " << name;
-    }
   }
 }
 
@@ -373,22 +331,6 @@ TEST(ColorFillTest, FillFilesGiveOnlySomeBounds) {
   fill.set(map, "long.fil");
   EXPECT_EQ(indices(fill), "1 2 ") << "the rest of a long line is no item";
   EXPECT_STREQ(fill.getLabel(), "dBZ");
-}
-
-TEST(ColorFillTest, TheUsersFillComesFirst) {
-  ColorMap map = smallMap();
-  ColorFill fill;
-  for (const char* none : {"DEF", "miss", ""}) {
-    Zqv::putResrc("color_fill", none);
-    EXPECT_EQ(fill.setFill(map, "blue,Red"), 1) << none;
-    EXPECT_EQ(indices(fill), "2 1 ") << none;
-  }
-  Zqv::putResrc("color_fill", "Red,Red");
-  EXPECT_EQ(fill.setFill(map, "blue,Red"), 2);
-  EXPECT_EQ(indices(fill), "1 1 ");
-  Zqv::resrc.clear();
-  fill.set(map, nullptr);
-  EXPECT_EQ(indices(fill), "0 1 ") << "the fill colours of the map";
 }
 
 }  // namespace

@@ -6,8 +6,6 @@
 #include <functional>
 #include <limits>
 #include <map>
-#include <random>
-#include <sstream>
 
 #include <gtest/gtest.h>
 
@@ -18,9 +16,8 @@
 #include "GridPiece.h"
 #include "MapFile.h"
 #include "MapFileHeader.h"
+#include "MetaTest.h"
 #include "Plot.h"
-#include "Rect.h"
-#include "Run.h"
 #include "Zqv.h"
 
 using namespace ZQV;
@@ -29,8 +26,6 @@ namespace {
 
 constexpr float M = Const::FMISS;
 constexpr float nan_value = std::numeric_limits<float>::quiet_NaN();
-constexpr int NX = 41;
-constexpr int NY = 31;
 constexpr const char* own_domain = "ll:0:0,0,0,41,31,1,1";
 /** A list whose class k, from 1 on, holds the values from 2 (k - 1) on and has the colour 10 + k.
  */
@@ -38,11 +33,6 @@ constexpr const char* even_fill = "0:#00000b,2:#00000c,4:#00000d,6:#00000e,8:#00
 
 using Polygon = std::vector<Record::Place>;
 using Field = std::function<float(int, int)>;
-
-struct Text {
-  double x, y;
-  std::string text;
-};
 
 Grid makeGrid(const Field& field, const char* domain_text = own_domain) {
   Domain domain;
@@ -71,34 +61,21 @@ bool holds(const Polygon& p, double x, double y) {
   return in;
 }
 
-class ContTest : public testing::Test {
+class ContTest : public MetaTest {
  protected:
-  void SetUp() override {
-    Zqv::resrc.clear();
-    Zqv::setDatabasePath((dir.path + ":" ZQV_DATA_DIR).c_str());
-    Zqv::putResrc("device", ("meta," + dir.at("m") + ",sz=1x1,hfont").c_str());
-  }
-  void TearDown() override {
-    Zqv::resrc.clear();
-    Zqv::setDatabasePath("");
-  }
+  ContTest() : MetaTest(",sz=1x1,hfont") { Zqv::setMessageLevel(6); }
   /** Draws on a view with room for a field of the same size, and reads back. */
   int drawn(const char* view, const std::function<int(Plot&)>& draw) {
     Domain domain;
     domain.set(view);
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    Plot plot;
-    EXPECT_EQ(plot.open(), 1);
-    plot.setDomain(domain);
-    const Rect limits = domain.getLimits();
-    plot.drawRect(limits);
-    const int result = draw(plot);
-    plot.drawLabels();
-    plot.close();
-    out = testing::internal::GetCapturedStdout();
-    err = testing::internal::GetCapturedStderr();
-    readBack(domain);
+    int result = 0;
+    const std::vector<Record> records = MetaTest::drawn([&](Plot& plot) {
+      plot.setDomain(domain);
+      plot.drawRect(domain.getLimits());
+      result = draw(plot);
+      plot.drawLabels();
+    });
+    readBack(domain, records);
     return result;
   }
   int contour(const Grid& grid, const std::string& params, const char* view = own_domain) {
@@ -106,9 +83,7 @@ class ContTest : public testing::Test {
     cont.setParam(params.c_str());
     return drawn(view, [&](Plot& plot) { return cont.draw(plot, field); });
   }
-  void readBack(const Domain& domain) {
-    const std::string text = dir.read("m");
-    std::vector<Record> records = readMeta(text);
+  void readBack(const Domain& domain, std::vector<Record> records) {
     ASSERT_FALSE(records.empty());
     Record::Place ul = records[0].points[0];
     Record::Place lr = ul;
@@ -122,25 +97,18 @@ class ContTest : public testing::Test {
     };
     fills.clear();
     lines.clear();
-    texts.clear();
     for (size_t i = 1; i < records.size(); i++) {
       for (Record::Place& p : records[i].points) cells(p);
       if (records[i].kind == 'F') fills[records[i].fill_color].push_back(records[i].points);
       if (records[i].kind == 'L') lines.push_back(records[i]);
     }
-    std::istringstream rows(text);
-    for (std::string row; std::getline(rows, row);) {
-      Record::Place p{};
-      int n = 0;
-      if (std::sscanf(row.c_str(), "T %lf,%lf %n", &p.x, &p.y, &n) != 2) continue;
-      cells(p);
-      texts.push_back({p.x, p.y, row.substr(static_cast<size_t>(n))});
-    }
+    texts = readTexts(dir.read("m"));
+    for (MetaText& t : texts) cells(t.at);
   }
   /** The text at a place, empty if there is none. */
   [[nodiscard]] std::string textAt(double x, double y) const {
-    for (const Text& t : texts) {
-      if (std::hypot(t.x - x, t.y - y) < 0.02) return t.text;
+    for (const MetaText& t : texts) {
+      if (std::hypot(t.at.x - x, t.at.y - y) < 0.02) return t.text;
     }
     return "";
   }
@@ -159,13 +127,10 @@ class ContTest : public testing::Test {
     return n;
   }
 
-  TempDir dir;
   ContPlot cont;
-  std::string out;
-  std::string err;
   std::map<int, std::vector<Polygon>> fills;
   std::vector<Record> lines;
-  std::vector<Text> texts;
+  std::vector<MetaText> texts;
 };
 
 float radius(int i, int j, float cx = 0) {
@@ -183,9 +148,6 @@ float ring(int i, int j) {
 }
 float holed(int i, int j) {
   return radius(i, j, 0.5F) < 0.2F || (i == 3 && j == 4) ? M : cone(i, j);
-}
-float saddle(int i, int j) {
-  return static_cast<float>((i - 20) * (j - 15)) / 20 + 0.1F;
 }
 
 }  // namespace
@@ -224,73 +186,6 @@ TEST_F(ContTest, AreasAndLengthsAsAnotherContourerHasThem) {
       EXPECT_NEAR(areaOf(k + 11), k < 5 ? row.areas[k] : 0, 0.05) << k;
       EXPECT_NEAR(lengths[k], row.lengths[k], 0.05) << k;
     }
-  }
-}
-
-// Each point of each valid cell lies in one polygon, and no other. With two levels a cell may be
-// a saddle of one of them; by the rule for saddles the lines of a second level could cross the
-// first's.
-TEST_F(ContTest, BandsCoverEachValidCellOnce) {
-  std::mt19937 random(7);
-  std::uniform_real_distribution<float> any(0, 1);
-  const auto noise = [&](int, int) { return any(random) < 0.1F ? M : any(random); };
-  // Whole numbers, most of which are levels.
-  const auto steps = [&](int, int) { return std::floor(any(random) * 3); };
-  struct Row {
-    Field field;
-    const char* params;
-    bool is_crossed = false;
-  };
-  const Row rows[] = {{plane, "int=.5"},
-                      {cone, "int=.31,base=.07"},
-                      {ring, "int=.7"},
-                      {saddle, "int=.9"},
-                      {holed, "int=.5"},
-                      {noise, "int=.5"},
-                      {steps, "int=2"},
-                      {[](int, int) { return 5.0F; }, "int=1"},
-                      {[](int i, int) { return i < 20 ? 5.0F : 7.0F; }, "int=1"},
-                      {noise, "int=.05", true}};
-  for (const Row& row : rows) {
-    SCOPED_TRACE(&row - rows);
-    cont.init();
-    const Grid grid = makeGrid(row.field);
-    ASSERT_EQ(contour(grid, std::string("cf,lab=0:0,") + row.params), 1);
-    double sum = 0;
-    std::map<std::pair<int, int>, std::vector<const Polygon*>> in_cell;
-    for (const auto& [color, polygons] : fills) {
-      for (const Polygon& p : polygons) {
-        sum += area(p);
-        const auto [left, right] = std::minmax_element(
-            p.begin(), p.end(), [](const auto& a, const auto& b) { return a.x < b.x; });
-        const auto [top, bottom] = std::minmax_element(
-            p.begin(), p.end(), [](const auto& a, const auto& b) { return a.y < b.y; });
-        in_cell[{static_cast<int>((left->x + right->x) / 2),
-                 static_cast<int>((top->y + bottom->y) / 2)}]
-            .push_back(&p);
-      }
-    }
-    double valid = 0;
-    int wrong = 0;
-    for (int j = 0; j < NY - 1; j++) {
-      for (int i = 0; i < NX - 1; i++) {
-        const bool is_valid = grid.getValue1(i, j) != M && grid.getValue1(i + 1, j) != M &&
-                              grid.getValue1(i, j + 1) != M && grid.getValue1(i + 1, j + 1) != M;
-        valid += is_valid ? 1 : 0;
-        for (int n = 0; n < 8; n++) {
-          const double x = i + 0.01 + 0.98 * static_cast<double>(any(random));
-          const double y = j + 0.01 + 0.98 * static_cast<double>(any(random));
-          int covered = 0;
-          for (const Polygon* p : in_cell[{i, j}]) covered += holds(*p, x, y) ? 1 : 0;
-          wrong +=
-              (row.is_crossed ? (covered > 0) != is_valid : covered != (is_valid ? 1 : 0)) ? 1 : 0;
-        }
-      }
-    }
-    if (!row.is_crossed) {
-      EXPECT_NEAR(sum, valid, 0.02);
-    }
-    EXPECT_LE(wrong, 1) << "points on an outline, at most";
   }
 }
 
@@ -347,34 +242,6 @@ TEST_F(ContTest, CellsAreDividedByTheRules) {
   }
 }
 
-TEST_F(ContTest, LinesKeepToTheirLevels) {
-  for (const Field& field : {Field(plane), Field(cone), Field(ring), Field(saddle), Field(holed)}) {
-    cont.init();
-    const Grid grid = makeGrid(field);
-    ASSERT_EQ(contour(grid, "ln,int=0.5,base=.2,lab=0:0"), 1);
-    float lo = 0;
-    float hi = 0;
-    grid.getRange(lo, hi);
-    ASSERT_GT(lines.size(), 50U);
-    for (const Record& r : lines) {
-      for (const Record::Place& p : r.points) {
-        // On a side of a cell, and there at a level.
-        const double i = std::floor(p.x + 1e-4);
-        const double j = std::floor(p.y + 1e-4);
-        const double a = p.x - i;
-        const double b = p.y - j;
-        ASSERT_LT(std::min(a, b), 2e-4) << p.x << "," << p.y;
-        const int x = static_cast<int>(i);
-        const int y = static_cast<int>(j);
-        const double v0 = grid.getValue1(x, y);
-        const double v1 = a > b ? grid.getValue1(x + 1, y) : grid.getValue1(x, y + 1);
-        const double v = v0 + (v1 - v0) * std::max(a, b);
-        EXPECT_NEAR((v - 0.2) / 0.5, std::round((v - 0.2) / 0.5), 1e-3 + (hi - lo) / 1e4 / .5);
-      }
-    }
-  }
-}
-
 TEST(GridBox, FindsCrossings) {
   struct Row {
     const char* what;
@@ -414,15 +281,6 @@ TEST(GridBox, FindsCrossings) {
   GridBox box;
   box.setTweak(.01F);
   box.set({1, 0, 0, 1}, square, DomainVal::XY);
-  box.setLevel(.5F);
-  EXPECT_EQ(box.getTotalDsides(), 2);
-  EXPECT_EQ(box.getPartner(0), 1);
-  EXPECT_EQ(box.getPartner(3), 2);
-  box.setLevel(.4F);
-  EXPECT_EQ(box.getPartner(0), 3);
-  EXPECT_EQ(box.getPartner(1), 2);
-  EXPECT_FLOAT_EQ(box.getCrossPoint1(0).x, .6F);
-  EXPECT_FLOAT_EQ(box.getCrossPoint1(3).y, .4F);
   EXPECT_EQ(box.getVal(4), -1);
   EXPECT_EQ(box.getSide(-1), -1);
   EXPECT_EQ(box.getPoint(7).y, 1);
@@ -509,7 +367,7 @@ TEST_F(ContTest, LabelsAndMarksStandWhereTheyBelong) {
   EXPECT_EQ(textAt(10, 20), "L");
   EXPECT_EQ(textAt(30, 20), "");
   EXPECT_EQ(textAt(0, 0), "L") << "outside the grid there is nothing to compare with";
-  const double height = NY - 1;
+  constexpr double height = 30;
   EXPECT_EQ(textAt(10, 10 + height * (.02 / 2 + .015 * .75)), "9") << "under its mark";
   ASSERT_EQ(contour(hills, "lab=1"), 1);  // by digits: no labels, marks within 1
   EXPECT_EQ(textAt(20, 10), "H");
@@ -643,7 +501,7 @@ TEST_F(ContTest, GridContDrawsBetweenMaps) {
   EXPECT_EQ(maps(1, "lcf,map_line,lab=0:0"), "7-8");
   EXPECT_EQ(maps(0, "ln,lab=0:0,int=15"), "-8");
   std::vector<std::string> labels;
-  for (const Text& t : texts) labels.push_back(t.text);
+  for (const MetaText& t : texts) labels.push_back(t.text);
   EXPECT_EQ(labels, (std::vector<std::string>{"Field", "Int: 15 Lo: 0 Hi: 40"}));
   maps(0, "ln,lab=0:0,nolabel");
   EXPECT_TRUE(texts.empty());
@@ -663,9 +521,6 @@ TEST_F(ContTest, GridContDrawsBetweenMaps) {
                   }),
             0);
   EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
-  Domain domain;
-  EXPECT_EQ(gcont.getDomain(domain), 1);
-  EXPECT_TRUE(domain.isSet());
 }
 
 TEST(GridPiece, PutsTilesTogether) {

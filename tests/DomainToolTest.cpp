@@ -5,12 +5,9 @@
 #include <gtest/gtest.h>
 
 #include "Domain.h"
-#include "EarthPoint.h"
 #include "Region.h"
 #include "ScratchDir.h"
-#include "String.h"
 #include "Strings.h"
-#include "Zqv.h"
 
 namespace ZQV {
 namespace {
@@ -121,16 +118,6 @@ TEST(DomainTool, RefusesWithAWarning) {
   EXPECT_EQ(val.clat, M);
 }
 
-TEST(DomainTool, MissingRegionFileWarnsTwice) {
-  const ScratchDir files;
-  DomainVal val;
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(DomainTool::decode(val, "us"), 0);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "Unable to open region file: " + files.at("zqv.reg") +
-                "\nDomainTool::decode: Invalid plot domain: us\n");
-}
-
 // The names of region and city files may come out of a picture's comment, and must not run
 // anything.
 TEST(DomainTool, FilesAreNoPipes) {
@@ -159,80 +146,8 @@ TEST(DomainTool, RegionThatNamesItself) {
   }
 }
 
-TEST(DomainTool, Parameters) {
-  Domain domain;
-  ASSERT_EQ(DomainTool::decode(domain, "lc:40:-100:25:45,40,-100,60,40,1,1"), 1);
-  EXPECT_EQ(domain.getParam(0), 25);
-  EXPECT_EQ(domain.getParam(1), 45);
-  EXPECT_EQ(domain.getParam(2), M);
-  ASSERT_EQ(DomainTool::decode(domain, "sat:e:0:-75:421.64:1:2:3:4,0,-75"), 1);
-  EXPECT_TRUE(domain.ellipse);
-  EXPECT_EQ(domain.getParam(3), 3);
-  EXPECT_EQ(domain.getParam(4), M);  // can't be set from text
-  ASSERT_EQ(DomainTool::decode(domain, "sat:E:0:-75,0,-75"), 1);
-  EXPECT_FALSE(domain.ellipse);  // "e" in this case only; "E" is no number
-  EXPECT_EQ(domain.getPLat(), 0);
-}
-
-TEST(DomainTool, ResourceBeforeFallback) {
-  const ScratchDir files;
-  Domain domain;
-  Zqv::resrc.clear();
-  EXPECT_EQ(DomainTool::set(domain), 0);
-  EXPECT_EQ(DomainTool::set(domain, "30,-80"), 1);
-  EXPECT_EQ(domain.getCLat(), 30);
-  Zqv::putResrc("plot_domain", "50,-80");
-  EXPECT_EQ(DomainTool::set(domain, "30,-80"), 1);
-  EXPECT_EQ(domain.getCLat(), 50);
-  Zqv::putResrc("plot_domain", "nowhere");
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(DomainTool::set(domain, "30,-80"), 0);
-  EXPECT_NE(testing::internal::GetCapturedStderr(), "");
-  EXPECT_EQ(domain.getCLat(), 50);
-  Zqv::resrc.clear();
-}
-
-TEST(Region, LinesAndNames) {
-  const ScratchDir files;
-  files.write("zqv.reg", "# comment\n\none A 1 1,1\nshort B\nTwo C 2 2,2 rest\n" +
-                             std::string(600, 'x') + " D 3 3,3\nlast E 4 4,4");
-  String out;
-  EXPECT_EQ(Region::get(nullptr, "ONE", out), 1);
-  EXPECT_STREQ(out.get(), "1,1");
-  EXPECT_EQ(Region::get("zqv.reg", nullptr, out), 1);
-  EXPECT_STREQ(out.get(), "1,1");
-  // The line with a single word that can be scanned answers whatever was asked for.
-  EXPECT_EQ(Region::get(nullptr, "two", out), 1);
-  EXPECT_STREQ(out.get(), "short");
-  files.write("zqv.reg", "one A 1 1,1\n");
-  EXPECT_EQ(Region::get(nullptr, "two", out), 0);
-  EXPECT_EQ(out.getLength(), 0);
-  files.write("zqv.reg", "last E 4 4,4");
-  EXPECT_EQ(Region::get(nullptr, "last", out), 1);
-}
-
-// Every region of the package decodes, and shows what its name says.
 TEST(Region, PackageRegions) {
   const PackageData data;
-  const struct {
-    const char* region;
-    EarthPoint in;
-    EarthPoint out;
-  } rows[] = {
-      {"us", {48.4F, -124.7F}, {19.4F, -99.1F}},  {"us", {49.4F, -95.2F}, {56, -95}},
-      {"us", {25.9F, -97.2F}, {10, -97}},         {"globe", {-80, 170}, {M, M}},
-      {"ne", {42.36F, -71.06F}, {29.8F, -95.4F}}, {"se", {25.8F, -80.2F}, {42.3F, -71}},
-      {"ca", {32.7F, -117.1F}, {39.7F, -105}},    {"tx", {25.9F, -97.4F}, {39.7F, -105}},
-      {"ak", {58.3F, -134.4F}, {47.6F, -122.3F}}, {"hi", {19.7F, -155.1F}, {37.8F, -122.4F}},
-      {"pr", {18.5F, -66.1F}, {25.8F, -80.2F}},   {"nw", {47.6F, -122.3F}, {34, -118}},
-      {"mw", {41.9F, -87.6F}, {34, -118}},        {"gl", {43.7F, -79.4F}, {34, -118}},
-      {"shem", {-34, 151}, {40, -100}},           {"europe", {52.5F, 13.4F}, {30, 31}}};
-  for (const auto& row : rows) {
-    Domain domain;
-    ASSERT_EQ(DomainTool::decode(domain, row.region), 1) << row.region;
-    EXPECT_TRUE(domain.within(row.in)) << row.region << " " << row.in.lat;
-    EXPECT_FALSE(row.out.isSet() && domain.within(row.out)) << row.region << " " << row.out.lat;
-  }
   std::ifstream file(ZQV_DATA_DIR "/zqv.reg");
   int num = 0;
   for (std::string line; std::getline(file, line);) {

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "Const.h"
 #include "Drawing.h"
 #include "MetaTest.h"
 

@@ -2,21 +2,14 @@
 
 #include "File.h"
 
-#include <bzlib.h>
 #include <gtest/gtest.h>
-#include <zlib.h>
 
-#include "BZlib.h"
 #include "Buffer.h"
 #include "Const.h"
 #include "FileTool.h"
-#include "FloatArray.h"
 #include "Hash.h"
-#include "NidsMaker.h"
 #include "String.h"
-#include "Swap.h"
 #include "TempDir.h"
-#include "Zlib.h"
 
 using namespace ZQV;
 
@@ -68,31 +61,6 @@ TEST(FileTool, TestsAndHomes) {
   EXPECT_FALSE(FileTool::exist(nullptr));
 }
 
-TEST(File, WritesReadsAndMakesDirectories) {
-  const TempDir dir;
-  const std::string name = dir.at("deep/er/file.txt");
-  File file;
-  ASSERT_EQ(file.open(name.c_str(), "w"), 1);
-  file.printf("%s\n", "first");
-  file.puts("second line\nlast");
-  EXPECT_EQ(file.close(), 1);
-  EXPECT_EQ(file.close(), 0);
-  ASSERT_EQ(file.open(name.c_str(), 0), 1);
-  char line[8];
-  EXPECT_EQ(file.getLine(line, 8), 6);
-  EXPECT_STREQ(line, "first\n");
-  EXPECT_EQ(file.getLine(line, 8), 7);  // a longer line comes in pieces
-  EXPECT_STREQ(line, "second ");
-  EXPECT_EQ(file.skipLine(), 1);
-  EXPECT_EQ(file.getLine(line, 8), 4);
-  EXPECT_EQ(file.getLine(line, 8), 0);
-  EXPECT_TRUE(file.endFile());
-  EXPECT_EQ(file.open(dir.at("none").c_str(), "r"), 0);
-  EXPECT_EQ(file.read(line, 1), -1);
-  EXPECT_EQ(file.open("x", 7), 0);
-  EXPECT_EQ(file.open(nullptr, "r"), 0);
-}
-
 TEST(File, PipesReadAndWriteOneWay) {
   File file;
   ASSERT_EQ(file.open("|printf 'a\\nb'", "r"), 1);
@@ -116,8 +84,7 @@ TEST(Buffer, KeepsItsPlaces) {
   buffer.inc(2);
   buffer.insert(2, "XY", 2);
   EXPECT_EQ(std::string(reinterpret_cast<const char*>(buffer.get()), 4), "XYcd");
-  EXPECT_EQ(buffer.inc(-3), 0);
-  EXPECT_EQ(buffer.inc(7), 0);
+  EXPECT_EQ(buffer.inc(-3) + buffer.inc(7), 0);
   EXPECT_EQ(buffer.get(100), 0);
   EXPECT_TRUE(buffer.equal(-2, "ef"));
   EXPECT_FALSE(buffer.equal(-1, "ef"));
@@ -154,61 +121,4 @@ TEST(Hash, FindsByEachKeyAndKeepsOrder) {
   ints.enter("absent", nullptr);
   EXPECT_EQ(ints.searchInt("absent"), 0);
   EXPECT_GE(hash.key("\xFF\xFE\x80"), 0);
-}
-
-TEST(FloatArray, GrowsByTenAndNoFurther) {
-  FloatArray array(2);
-  EXPECT_EQ(array.set(11, 1.0F), 1);
-  EXPECT_EQ(array.get(3), Const::FMISS);
-  EXPECT_EQ(array.set(40, 1.0F) + array.set(-1, 1.0F), 0);
-  EXPECT_EQ(array.get(-1), 1.0F);
-  EXPECT_EQ(array.offset(11, 0.5F), 1);
-  EXPECT_EQ(array.get(11), 1.5F);
-}
-
-TEST(Swap, ReadsEitherOrder) {
-  const TempDir dir;
-  File file;
-  file.open(dir.write("f", std::string("\x00\x01\xFF\xFE\x01\x02\x01", 7)).c_str(), "r");
-  unsigned short u = 0;
-  short s = 0;
-  int i = 77;
-  Swap big(Swap::DataStand);
-  big.readUInt2(file, u);
-  big.readInt2(file, s);
-  EXPECT_EQ(u, 1);
-  EXPECT_EQ(s, -2);
-  Swap(Swap::DataLittle).readInt2(file, s);
-  EXPECT_EQ(s, 0x201);
-  EXPECT_LT(big.readInt4(file, i), 1);
-}
-
-TEST(Zlib, CompressesWhatItDecompresses) {
-  Buffer in;
-  in.add("some text some text", 19);
-  Buffer packed(200);
-  Zlib deflater(Zlib::COMPRESS);
-  deflater.init();
-  EXPECT_EQ(deflater.comp(in, packed, Z_FINISH), Z_STREAM_END);
-  EXPECT_EQ(deflater.decomp(in, packed), -1);
-  Buffer out(200);
-  Zlib inflater;
-  EXPECT_EQ(inflater.decomp(packed, out), -1) << "not started";
-  inflater.init();
-  inflater.decomp(packed, out);
-  EXPECT_STREQ(reinterpret_cast<const char*>(out.get()), "some text some text");
-}
-
-TEST(BZlib, GoesOnWithTheNextStream) {
-  const std::string streams = NidsMaker::bzip2("first") + NidsMaker::bzip2("second");
-  Buffer in;
-  in.add(streams.data(), static_cast<int>(streams.size()));
-  Buffer out(100);
-  BZlib bz;
-  bz.init();
-  for (const std::string text : {"first", "second"}) {
-    EXPECT_EQ(bz.decomp(in, out), BZ_STREAM_END);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(out.get()), text.size()), text);
-    out.clear();
-  }
 }

@@ -139,39 +139,6 @@ TEST_F(GraphTest, RedrawGoesBackToTheWholeDevice) {
   EXPECT_EQ(text(graph.getViewport()), "0 0 1 1");
 }
 
-TEST_F(GraphTest, TellsTheDeviceOnlyOfChanges) {
-  EXPECT_EQ(graph.setLineColor(1), 0);
-  EXPECT_EQ(graph.setLineColor(7), 1);
-  EXPECT_EQ(graph.setLineColor(7), 0);
-  EXPECT_EQ(graph.setFillColor(8) + graph.setTextColor(9) + graph.setMarkColor(10), 3);
-  EXPECT_EQ(graph.setLineWidth(2.0F) + graph.setTextWidth(3.0F) + graph.setMarkWidth(4.0F), 3);
-  EXPECT_EQ(graph.setLineWidth(2.0F) + graph.setTextWidth(3.0F) + graph.setMarkWidth(4.0F), 0);
-  EXPECT_EQ(graph.setLineStyle(2) + graph.setFillStyle(9), 2);
-  EXPECT_THAT(told(), ElementsAre("color 1 7", "color 3 8", "color 4 9", "color 2 10", "width 1 2",
-                                  "width 4 3", "width 2 4", "style 1 2", "pattern 3 9"));
-}
-
-TEST_F(GraphTest, RejectsWhatLiesOutsideTheWindow) {
-  constexpr struct {
-    const char* fault;
-    float x1, y1, x2, y2;
-    int drawn;
-  } rows[] = {
-      {"Left", -2.0F, 0.2F, -1.0F, 0.4F, 0},   {"Right", 2.1F, 0.2F, 3.0F, 0.4F, 0},
-      {"Below", 0.0F, -0.2F, 1.0F, -0.1F, 0},  {"Above", 0.0F, 1.1F, 1.0F, 2.0F, 0},
-      {"Across", -1.0F, 0.5F, 3.0F, 0.5F, 1},  {"OnlyItsBoxOverlaps", -1.0F, 0.9F, 0.1F, 3.0F, 1},
-      {"OnTheEdge", 2.0F, 0.0F, 3.0F, 0.4F, 1}};
-  for (const auto& row : rows) {
-    Points p;
-    p.add(row.x1, row.y1);
-    EXPECT_EQ(graph.drawLine(p), 0) << row.fault << ": a single point";
-    p.add(row.x2, row.y2);
-    EXPECT_EQ(graph.drawLine(p), row.drawn) << row.fault;
-    EXPECT_EQ(graph.drawFill(p), row.drawn) << row.fault;
-    EXPECT_EQ(told().size(), row.drawn != 0 ? 2U : 0U) << row.fault;
-  }
-}
-
 TEST_F(GraphTest, DrawsShapes) {
   graph.drawRect(Rect(0.2F, 0.4F, 1.0F, 0.8F));
   graph.drawFill(Rect(0.2F, 0.4F, 1.0F, 0.8F));
@@ -302,15 +269,6 @@ TEST_F(GraphTest, DrawsTextInTheDevicesFont) {
   EXPECT_EQ(graph.setFont("modern.fnt"), 1) << "a font file that isn't in the list";
 }
 
-// Text of 99 characters at most, on request whatever the font.
-TEST_F(GraphTest, HfontSendsAllTextToTheDevice) {
-  graph.setDevice(std::make_unique<RecordingDevice>(lines), "file,hfont");
-  graph.open();
-  told();
-  graph.drawText(Point(0.0F, 0.5F), std::string(150, 'x').c_str());
-  EXPECT_EQ(told()[1], "text 0,250 " + std::string(99, 'x'));
-}
-
 TEST_F(GraphTest, DrawsMarks) {
   const char* marks[] = {
       "500,250 510,250 510,240 500,240 500,250",
@@ -365,24 +323,6 @@ TEST_F(GraphTest, PassesOnTheRest) {
   EXPECT_EQ(graph.close(), 0);
   EXPECT_EQ(graph.drawMark(1.0F, 1.0F) + graph.drawText(0.0F, 0.0F, "A") + graph.setLineColor(3),
             0);
-}
-
-TEST_F(GraphTest, GoesOnWithoutDeviceFontOrSymbols) {
-  Graph other;
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(other.setDevice("any", "co=:9999"), 1) << "a name that is no device is the display";
-  EXPECT_EQ(other.open(), 0);
-  EXPECT_EQ(other.manage(), 0);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "XWindow: unable to connect to display\n");
-  Zqv::setDatabasePath("/nowhere");
-  other.setDevice(std::make_unique<RecordingDevice>(lines), "");
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(other.open(), 1);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "Symbol_read: unable to load symbol file: /nowhere/wx.smb\n");
-  told();
-  EXPECT_EQ(other.drawText(0.0F, 0.0F, "A"), 1);
-  EXPECT_THAT(told(), IsEmpty());
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <functional>
 #include <string>
-#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,12 +15,12 @@
 #include "Image.h"
 #include "ImageFile.h"
 #include "ImageTool.h"
+#include "MetaTest.h"
 #include "MosaicMaker.h"
 #include "Picture.h"
 #include "Plot.h"
 #include "RGB.h"
 #include "Road.h"
-#include "ScratchDir.h"
 
 namespace ZQV {
 namespace {
@@ -209,31 +208,17 @@ TEST(ImagePlotTest, FilesThatCannotBeDrawnLeaveAnEmptyFrame) {
 namespace {
 
 /** Draws on a metafile, on the package's own colours. */
-class ImagePlotDrawTest : public testing::Test {
+class ImagePlotDrawTest : public MetaTest {
  protected:
-  void SetUp() override {
-    Zqv::resrc.clear();
-    Zqv::setMessageLevel("none");
-    Zqv::putResrc("device", ("meta," + dir.at("m") + ",sz=600x400").c_str());
-  }
-  void TearDown() override {
-    Zqv::resrc.clear();
-    Zqv::setMessageLevel(6);
-  }
+  ImagePlotDrawTest() : MetaTest(",sz=600x400") {}
+  /** The metafile; the labels stand at the end of standard output. */
   std::string drawn(const std::function<void(Plot&)>& draw) {
-    testing::internal::CaptureStdout();
-    Plot plot;
-    EXPECT_EQ(plot.open(), 1);
-    draw(plot);
-    plot.printLabels();
-    plot.close();
-    out = testing::internal::GetCapturedStdout();
+    MetaTest::drawn([&](Plot& plot) {
+      draw(plot);
+      plot.printLabels();
+    });
     return dir.read("m");
   }
-
-  PackageData data;
-  TempDir dir;
-  std::string out;  ///< what came on standard output, the labels at the end
 };
 
 }  // namespace

@@ -1,12 +1,10 @@
 #include "Image.h"
 
-#include <cmath>
 #include <limits>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "ColorMap.h"
@@ -105,23 +103,6 @@ TEST(ImageTest, StoresPixelsOfEachWidthAndOrder) {
       EXPECT_EQ(image.getPixel(x, y), 0);
     }
   }
-}
-
-TEST(ImageTest, GivesRowsInPlaceAndAsBytes) {
-  std::vector<unsigned char> buffer;
-  Image image = make({{1, 2}, {3, 4}});
-  EXPECT_EQ(image.getBytes(1, buffer), image.findRow(1)) << "nothing is copied";
-  EXPECT_EQ(image.findRow(1)[1], 4);
-  EXPECT_EQ(image.findRow(2), nullptr);
-  EXPECT_EQ(image.findRow(-1), nullptr);
-  image.setWidth(3);
-  EXPECT_EQ(image.getBytes(1, buffer)[2], 0) << "a header wider than the store";
-  Domain domain = latLon(40, -90, 50, 60, 1);
-  image.bindDomain(domain);
-  EXPECT_EQ(image.getWidth(), 3) << "the size stays";
-  EXPECT_EQ(image.getDomainVal().nx, 50);
-  EXPECT_EQ(make({{0x1ff, 0x102}}, 16).getBytes(0, buffer)[1], 2);
-  EXPECT_EQ(buffer[0], 255);
 }
 
 // Deliberate: a pixel of 16 bits for a device has its most significant byte first in any case.
@@ -228,17 +209,6 @@ TEST(ImageTest, SamplesWithinALevelClass) {
   EXPECT_EQ(image.getVal(0, 0), 99) << "the pixel read last is that of the upper left";
 }
 
-TEST(ImageTest, SamplesOtherKindsAtTheNearestPixel) {
-  Image indexed = make({{0, 10, 0}, {20, 30, 0}, {0, 0, 0}}, 8, Image::INDEXED);
-  indexed.allocColors(4);
-  EXPECT_EQ(indexed.getPixel(0.5F, 0.4F), 10);
-  EXPECT_EQ(indexed.getPixel(0.6F, 0.6F), 30);
-  Image colored = trueColor({{0x010203, 0x040506, 0}, {0x070809, 0, 0}, {0, 0, 0}});
-  colored.setByteOrder(0);
-  EXPECT_EQ(colored.getPixel(0.4F, 0.6F), 0x070809) << "the byte order isn't consulted";
-  EXPECT_EQ(make({{1, 2}, {3, 4}}, 16).getPixel(0.0F, 0.0F), 0);
-}
-
 TEST(ImageTest, TranslatesPhysicalValues) {
   constexpr struct {
     float value;
@@ -264,18 +234,6 @@ TEST(ImageTest, TranslatesPhysicalValues) {
   EXPECT_EQ(table.setValue(0, 0, 10.0F), 1);
   EXPECT_EQ(table.getVal(0, 0), 1);
   EXPECT_EQ(make({{1}}, 16).allocValues(), 0);
-}
-
-TEST(ImageTest, CopiesInPartsAndWhole) {
-  Image image = make({{1, 2}});
-  image.setDatim(std::string(60, 'x').c_str());
-  Image other = make({{9}});
-  EXPECT_EQ(other.copyInfo(image), 1);
-  EXPECT_EQ(std::string(other.getDatim()), std::string(49, 'x'));
-  EXPECT_EQ(other.getVal(1, 0), 0) << "the old pixels";
-  other.copyData(image);
-  image.setPixel(1, 0, 7);
-  EXPECT_EQ(other.getVal(1, 0), 2) << "deep";
 }
 
 TEST(ImageTest, FindsPlacesOnTheEarth) {

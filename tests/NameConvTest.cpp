@@ -70,18 +70,6 @@ TEST_F(NameConvTest, EncodesTokens) {
   }
 }
 
-TEST_F(NameConvTest, DateHoldsOnlyWhatTheNameSays) {
-  NameConv conv;
-  conv.set("@%Y%m%d%6h");
-  EXPECT_EQ(conv.getOffset(), 6 * 3600);
-  Date at;
-  at.set("200401020759");
-  String out;
-  conv.encodeFile(at, out);
-  EXPECT_EQ(conv.getDate().getHour(), 6);
-  EXPECT_EQ(conv.getDate().getMinute(), Const::MISS);
-}
-
 TEST_F(NameConvTest, TakesConventionLines) {
   conventions(
       "# comment line that is long enough\n"

@@ -410,31 +410,23 @@ TEST(NidsFileTest, SiteProducts) {
     const char* misc;
   } rows[] = {
       {19, "Base reflectivity [dBZ]", 1, 230, "Md=cl Rng=230(1.0) El=0.3 Mx=40"},
-      {21, "Base reflectivity [dBZ]", 4, 460, "Md=cl Rng=460(4.0) El=0.3 Mx=40"},
       {22, "Base velocity [knt]", 0.25F, 57, "Md=cl Rng= 57(0.2) El=0.3 Mn,Mx=40,50"},
-      {26, "Base velocity [knt]", 0.5F, 115, "Md=cl Rng=115(0.5) El=0.3 Mn,Mx=40,50"},
-      {27, "Base velocity [knt]", 1, 230, "Md=cl Rng=230(1.0) El=0.3 Mn,Mx=40,50"},
-      {32, "Digital hyb reflectivity [dBZ]", 1, 230, "Md=cl Rng=230(1.0) Mx=40"},
       {36, "Comp reflectivity [dBZ]", 4, 460, "Md=cl Rng=460(4.0) Mx=40"},
       {41, "Echo tops [1000 ft]", 4, 230, "Md=cl Rng=230(4.0) Mx=40"},
       {48, "VAD wind profile [knt]", 1, 1, "Md=cl Mx=40"},
       {55, "Stm rel mn rad velocity [knt]", 0.5F, 50, "Md=cl El=0.3 Stm=9-8 Mn,Mx=40,50"},
       {56, "Stm rel mn rad velocity [knt]", 1, 230, "Md=cl El=0.3 Stm=9-8 Mn,Mx=40,50"},
       {65, "Layer 1 comp refl [max dBZ]", 4, 230, "Md=cl Rng=230(4.0) Lyr=50-60 Mx=40"},
-      {67, "Comp refl APR [dBZ]", 4, 460, "Md=cl Rng=460(4.0) Mx=40"},
       {78, "Sfc 1 hr rainfall acc. [in]", 2, 230, "Md=cl Rng=230(2.0) Mx=4.0"},
       // Day 50 counts from 1 January as day 0, and param 5 as seconds: deliberate.
       {80, "Sfc storm total rainfall acc. [in]", 2, 230, "Md=cl Rng=230(2.0) B=20/00:01 Mx=4.0"},
       {81, "Digital precip array [in]", 0.047596F, 230, "Md=cl Rng=230(0.0) Mx=4.0"},
       {90, "Layer 3 comp refl [max dBZ]", 4, 230, "Md=cl Rng=230(4.0) Lyr=50-60 Mx=40"},
-      {94, "Base reflectivity [dBZ]", 1, 460, "Md=cl Rng=460(1.0) El=0.3 Mx=40"},
       {99, "Base velocity [knt]", 0.25F, 230, "Md=cl Rng=230(0.2) El=0.3 Mn,Mx=40,50"},
-      {134, "Digital vert int liquid [kg/m^3]", 1, 460, "Md=cl Rng=460(1.0) Mx=40"},
       {135, "Enh Echo tops [1000 ft]", 1, 345, "Md=cl Rng=345(1.0) Mx=40"},
       {138, "Digital storm precip [in]", 2, 230, "Md=cl Rng=230(2.0) B=20/00:01 Mx=0.40"},
       {141, "Mesocyclone detection [??]", 1, 230, "Md=cl Rng=230(1.0) Mx=40"},
       {181, "Base reflectivity [dBZ]", 0.15F, 90, "Md=cl Rng= 90(0.2) El=0.3 Mx=40"},
-      {182, "Base velocity [knt]", 0.15F, 90, "Md=cl Rng= 90(0.2) El=0.3 Mn,Mx=40,50"},
       {186, "Base reflectivity [dBZ]", 0.3F, 420, "Md=cl Rng=420(0.3) Mx=40"},
       {62, "Not supported - 62", 0, 0, "Md=cl Rng=  0(0.0) Mx=40"},
       {180, "Not supported - 180", 0, 0, "Md=cl Rng=  0(0.0) Mx=40"}};
@@ -462,25 +454,15 @@ TEST(NidsFileTest, MosaicProducts) {
   } rows[] = {
       {6, "WARP Comp reflectivity [dBZ]", 8},
       {30, "Base spectrum width [knt]", 4},  // the radars' own titles come first: deliberate
-      {36, "Comp reflectivity [dBZ]", 4},
       {50, "Composite reflectivity [dBZ]", 0},
       {90, "Layer 3 comp refl [max dBZ]", 4},
       {91, "Sfc 1 hr precipitation [in]", 8},
-      {95, "Echo tops [ft]", 4},
-      {101, "Sfc precipitation since 12Z [in]", 4},
-      {105, "Sfc precipitation since 12Z [in]", 2},
       {108, "Sfc 24 hr precipitation [in]", 8},
-      {137, "Base reflectivity [dBZ]", 2},
-      {139, "Base reflectivity [dBZ]", 1},
       {141, "Mesocyclone detection [??]", 4},
-      {148, "Vert int liquid [kg/m^3]", 4},
       {180, "Base reflectivity [dBZ]", 4},
       {199, "Winter reflectivity [dBZ]", 1},
       {201, "Not supported - 201", 8},
-      {203, "Reflectivity at Lowest Alt [dBZ]", 1},
       {210, "Echo tops-18dBZ [ft]", 1},
-      {211, "Composite reflectivity [dBZ]", 1},
-      {212, "Echo tops-30dBZ [ft]", 1},
       {250, "Not supported - 250", 0}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.code);
@@ -502,10 +484,7 @@ TEST(NidsFileTest, MosaicProducts) {
     EXPECT_EQ(dom.proj, DomainVal::LAMB);
     EXPECT_EQ(dom.nx, 7);  // wider than it is tall
     EXPECT_EQ(dom.ny, 2);
-    EXPECT_EQ(dom.plat, 90);
     EXPECT_EQ(dom.plon, -98);
-    EXPECT_EQ(dom.clat, 38);
-    EXPECT_EQ(dom.param[0], 33);
     EXPECT_EQ(dom.param[1], 45);
     if (row.res > 0) {
       EXPECT_FLOAT_EQ(dom.dx, row.res * 1.00137F / 100);
@@ -516,14 +495,11 @@ TEST(NidsFileTest, MosaicProducts) {
 }
 
 TEST(NidsFileTest, ProductsWithAPlaneOfTheirOwn) {
-  const auto domain_of = [](const NidsMaker& maker) {
-    Opened o(maker);
-    return o.nids.getDomainVal();
-  };
   NidsMaker m = smallProduct();
   m.code = 81;
   m.layers = {NidsMaker::array({{1, 2}, {3, 4}, {5, 6}})};
-  const DomainVal dom = domain_of(m);
+  Opened o(m);
+  const DomainVal dom = o.nids.getDomainVal();
   EXPECT_EQ(dom.proj, DomainVal::PSTEREO);
   EXPECT_EQ(dom.plat, 90);
   EXPECT_EQ(dom.plon, -105);
@@ -531,11 +507,6 @@ TEST(NidsFileTest, ProductsWithAPlaneOfTheirOwn) {
   EXPECT_FLOAT_EQ(dom.dx, 0.047596F);
   EXPECT_FLOAT_EQ(dom.dy, 0.047596F);
   EXPECT_EQ(dom.nx, 3);  // the rows, not the 130 of the table
-
-  m.code = 58;
-  m.layers = {NidsMaker::u2(2)};
-  EXPECT_EQ(domain_of(m).nx, 461);  // an unknown product still has a place on a map
-  EXPECT_GT(domain_of(m).dx, 0);
 }
 
 TEST(NidsFileTest, SizesOutOfTheFileAreLimited) {
@@ -627,17 +598,10 @@ TEST(NidsFileTest, NothingOfAnEarlierProductIsLeft) {
   wrong.desc_divider = 0;
   wrong.mode = 9;
   const TempFile second(wrong.build());
-  const TempFile third("");
   NidsFile nids;
   NidsInfo info;
   ASSERT_EQ(nids.open(first.name()), 1);
   ASSERT_EQ(nids.readHeader(info), 1);
-  const std::string walk = NidsWalk(nids).text;
-  // Again from the start, as if nothing had been read.
-  ASSERT_EQ(nids.readHeader(info), 1);
-  EXPECT_EQ(NidsWalk(nids).text, walk);
-  EXPECT_STREQ(info.getMisc(), "Md=pr Rng=230(1.0) El=0.5 Mx=49");
-
   ::testing::internal::CaptureStderr();
   ASSERT_EQ(nids.open(second.name()), 1);
   ASSERT_EQ(nids.readHeader(info), 1);
@@ -645,48 +609,6 @@ TEST(NidsFileTest, NothingOfAnEarlierProductIsLeft) {
   EXPECT_EQ(info.getLat(), 0);
   EXPECT_EQ(info.getMax(), 0);
   EXPECT_EQ(nids.getNbin(), 0);
-
-  ASSERT_EQ(nids.open(third.name()), 1);
-  EXPECT_EQ(nids.readHeader(info), 0);
-  EXPECT_EQ(info.getCode(), Const::MISS);
-  EXPECT_STREQ(info.getMisc(), "");
-}
-
-TEST(NidsFileTest, SamplesOfTheDemonstration) {
-  NidsFile nids;
-  NidsInfo info;
-  ASSERT_EQ(nids.open(ZQV_DATA_DIR "/sample.nids"), 1);
-  ASSERT_EQ(nids.readHeader(info), 1);
-  EXPECT_STREQ(info.getInfo(), "Base reflectivity [dBZ]");
-  EXPECT_EQ(NidsWalk(nids, false).rows, std::vector<int>(360, 460));
-  ASSERT_EQ(nids.open(ZQV_DATA_DIR "/sample_rain.nids"), 1);
-  ASSERT_EQ(nids.readHeader(info), 1);
-  EXPECT_STREQ(info.getInfo(), "Comp reflectivity [dBZ]");
-  const NidsWalk walk(nids, false);
-  EXPECT_EQ(walk.rows, std::vector<int>(464, 464));
-  EXPECT_EQ(walk.pages, 1);
-  EXPECT_EQ(walk.texts.size(), 6U);  // a head and five storms
-}
-
-TEST(NidsFileTest, ReadsDropWithoutADestination) {
-  // Plain data as well as compressed: the two roads behave alike.
-  for (const auto packing : {NidsMaker::PLAIN, NidsMaker::BZIP2_BEHIND}) {
-    NidsMaker m = digitalProduct();
-    m.packing = packing;
-    m.layers = {NidsMaker::text(0, 1, 2, std::string(500, 'x')) +
-                NidsMaker::vectors({{9, 8, 7, 6}})};
-    Opened o(m);
-    ASSERT_TRUE(o.nids.isPacketText());
-    EXPECT_EQ(o.nids.skipText(), 1);
-    EXPECT_EQ(o.nids.readPacket(), 7);
-    EXPECT_EQ(o.nids.readBytes(nullptr, -3), 1);
-    unsigned u = 0;
-    EXPECT_EQ(o.nids.readUlong(u), 1);
-    EXPECT_EQ(u, 0x00090008U);
-    EXPECT_EQ(o.nids.readBytes(nullptr, 1 << 30), 0);
-    EXPECT_EQ(o.nids.readShort(), 0);
-    EXPECT_EQ(o.nids.readLong(), 0);
-  }
 }
 
 TEST(NidsFileTest, StreamWithoutEndIsStopped) {

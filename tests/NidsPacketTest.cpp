@@ -1,6 +1,5 @@
 #include "NidsPacket.h"
 
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -143,46 +142,35 @@ TEST(NidsPacketTest, ArrayEndsByCells) {
   EXPECT_EQ(o.nids.readRun(run), -1);
 }
 
-TEST(NidsPacketTest, TextIsCutAt99CharactersAndTheRestDropped) {
+TEST(NidsPacketTest, TextsVectorsAndWinds) {
   std::string longer;
-  for (int i = 0; i < 30; ++i) {
-    longer += "0123456789";
-  }
-  for (const size_t n : {0, 1, 98, 99, 100, 300}) {
-    EXPECT_EQ(
-        walkOf(product(48, NidsMaker::text(1, -7, 9, longer.substr(0, n)) +
-                               NidsMaker::vectors({{1, 2, 3, 4}}))),
-        "text \"" + longer.substr(0, std::min<size_t>(n, 99)) + "\" 5 -7 9\nvector 0 1 2 3 4\n");
-  }
-}
-
-// A text packet of code 1 has a value word in this reader, though other readers know none:
-// deliberate.
-TEST(NidsPacketTest, TextOfCode1IsReadLikeCode8) {
-  EXPECT_EQ(walkOf(product(48, NidsMaker::text(2, 3, 4, "abc", 1))), "text \"abc\" 10 3 4\n");
-}
-
-TEST(NidsPacketTest, LevelsThatDoNotExistAreLevel0) {
-  for (const int level : {-1, 16, 32767, -32768}) {
-    EXPECT_EQ(walkOf(product(
-                  48, NidsMaker::text(level, 1, 2, "x") + NidsMaker::winds({{level, 3, 4, 5, 6}}))),
-              "text \"x\" -90 1 2\nwind -90 3 4 5 6\n")
-        << level;
-  }
-}
-
-TEST(NidsPacketTest, VectorsWithAndWithoutValue) {
-  EXPECT_EQ(walkOf(product(48, NidsMaker::vectors({{-1, 2, 3, -4}, {5, 6, 7, 8}}) +
-                                   NidsMaker::vectors(-3, {{9, 8, 7, 6}}) + NidsMaker::vectors({}) +
-                                   NidsMaker::winds({{0, 1, 2, 3, 4}}))),
-            "vector 0 -1 2 3 -4\nvector 0 5 6 7 8\nvector -3 9 8 7 6\nwind -90 1 2 3 4\n");
-  // A length that leaves no room for the value holds no vector, and a text shorter than its head
-  // nothing.
-  EXPECT_EQ(walkOf(product(48, NidsMaker::u2(10) + NidsMaker::u2(1) + NidsMaker::u2(7) +
-                                   NidsMaker::u2(8) + NidsMaker::u2(3) + NidsMaker::u2(1) +
-                                   NidsMaker::u2(2) + NidsMaker::u2(3) +
-                                   NidsMaker::winds({{0, 1, 2, 3, 4}}))),
-            "text \"\" 5 2 3\nwind -90 1 2 3 4\n");
+  for (int i = 0; i < 30; ++i) longer += "0123456789";
+  const std::string next = NidsMaker::vectors({{1, 2, 3, 4}});
+  const std::string wind = NidsMaker::winds({{0, 1, 2, 3, 4}});
+  const struct {
+    std::string layer;
+    std::string walk;
+  } rows[] = {
+      // Cut at 99 characters, and the rest dropped.
+      {NidsMaker::text(1, -7, 9, "") + next, "text \"\" 5 -7 9\nvector 0 1 2 3 4\n"},
+      {NidsMaker::text(1, -7, 9, longer.substr(0, 99)) + next,
+       "text \"" + longer.substr(0, 99) + "\" 5 -7 9\nvector 0 1 2 3 4\n"},
+      {NidsMaker::text(1, -7, 9, longer) + next,
+       "text \"" + longer.substr(0, 99) + "\" 5 -7 9\nvector 0 1 2 3 4\n"},
+      // Code 1 has a value word in this reader, though other readers know none: deliberate.
+      {NidsMaker::text(2, 3, 4, "abc", 1), "text \"abc\" 10 3 4\n"},
+      // Levels that don't exist are level 0.
+      {NidsMaker::text(-1, 1, 2, "x") + NidsMaker::winds({{16, 3, 4, 5, 6}}),
+       "text \"x\" -90 1 2\nwind -90 3 4 5 6\n"},
+      {NidsMaker::vectors({{-1, 2, 3, -4}, {5, 6, 7, 8}}) + NidsMaker::vectors(-3, {{9, 8, 7, 6}}) +
+           NidsMaker::vectors({}) + wind,
+       "vector 0 -1 2 3 -4\nvector 0 5 6 7 8\nvector -3 9 8 7 6\nwind -90 1 2 3 4\n"},
+      // A length that leaves no room for the value holds no vector, and a text shorter than its
+      // head nothing.
+      {NidsMaker::u2(10) + NidsMaker::u2(1) + NidsMaker::u2(7) + NidsMaker::u2(8) +
+           NidsMaker::u2(3) + NidsMaker::u2(1) + NidsMaker::u2(2) + NidsMaker::u2(3) + wind,
+       "text \"\" 5 2 3\nwind -90 1 2 3 4\n"}};
+  for (const auto& row : rows) EXPECT_EQ(walkOf(product(48, row.layer)), row.walk);
 }
 
 // The length is taken at its word: a packet of 15 bytes runs on to the end of the data. Deliberate.
@@ -228,29 +216,6 @@ NidsMaker paged() {
   m.pages = {NidsMaker::text(0, 0, 1, "ONE") + NidsMaker::text(0, 0, 11, "TWO"),
              NidsMaker::vectors(2, {{1, 2, 3, 4}})};
   return m;
-}
-
-TEST(NidsPacketTest, PageEndsByItsLengthWithoutAnotherRead) {
-  Opened o(paged());
-  NidsFile& nids = o.nids;
-  EXPECT_EQ(nids.readRastor(), 1);
-  EXPECT_EQ(runsOf(nids).size(), 2U);
-  EXPECT_EQ(nids.readPacket(), 0);
-  EXPECT_EQ(nids.getPacketCode(), NidsFile::DIVIDER);
-  ASSERT_EQ(nids.graphic(), 1);  // its divider has been read
-  EXPECT_EQ(nids.getNumGraph(), 2);
-  ASSERT_EQ(nids.graphicLayer(), 1);
-  EXPECT_EQ(nids.readPacket(), 8);
-  EXPECT_EQ(nids.skipText(), 1);
-  EXPECT_EQ(nids.readPacket(), 8);
-  EXPECT_EQ(nids.skipText(), 1);
-  EXPECT_EQ(nids.readPacket(), 0);
-  EXPECT_EQ(nids.readPacket(), 0);
-  EXPECT_EQ(nids.graphicLayer(), 2);
-  EXPECT_EQ(nids.readPacket(), 10);
-  EXPECT_EQ(nids.skipVector(), 0);
-  EXPECT_EQ(nids.readPacket(), 0);
-  EXPECT_EQ(nids.graphicLayer(), 0);
 }
 
 TEST(NidsPacketTest, GraphicBlockIsFoundFromAnywhereAhead) {

@@ -2,7 +2,6 @@
 // lie beside the checkout; where they are absent the test is skipped.
 
 #include <array>
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -18,7 +17,6 @@
 #include "NidsFile.h"
 #include "NidsInfo.h"
 #include "NidsMaker.h"
-#include "String.h"
 
 namespace ZQV {
 namespace {
@@ -89,20 +87,27 @@ class NidsReal : public ::testing::Test {
       GTEST_SKIP() << "no real products beside the checkout";
     }
   }
+  /** Calls check(row, nids, info) with each product of the index, its header read. */
+  template <typename Check>
+  static void forEach(Check check) {
+    for (const auto& row : readTable("index.tsv")) {
+      SCOPED_TRACE(row.at("file"));
+      NidsFile nids;
+      NidsInfo info;
+      ASSERT_EQ(nids.open((dataDir() / row.at("file")).c_str()), 1);
+      ASSERT_EQ(nids.readHeader(info), 1);
+      check(row, nids, info);
+    }
+  }
 };
 
 TEST_F(NidsReal, HeadersAgreeWithTheIndex) {
   int files = 0;
-  for (const auto& row : readTable("index.tsv")) {
-    SCOPED_TRACE(row.at("file"));
-    NidsFile nids;
-    NidsInfo info;
-    ASSERT_EQ(nids.open((dataDir() / row.at("file")).c_str()), 1);
-    ASSERT_EQ(nids.readHeader(info), 1);
+  forEach([&](const Row& row, NidsFile& nids, const NidsInfo& info) {
     ++files;
     if (row.at("code").empty()) {  // free text: a header of letters, and nothing to draw
       EXPECT_STREQ(info.getInfo(), "Not supported - 20047");
-      continue;
+      return;
     }
     EXPECT_EQ(std::to_string(info.getCode()), row.at("code"));
     EXPECT_EQ(std::to_string(info.getSrc()), row.at("source_id"));
@@ -130,7 +135,7 @@ TEST_F(NidsReal, HeadersAgreeWithTheIndex) {
       words += word;
     }
     EXPECT_EQ(words, row.at("level_words"));
-  }
+  });
   EXPECT_EQ(files, 38);
 }
 
@@ -143,16 +148,11 @@ TEST_F(NidsReal, ImagesAgreeCellByCell) {
     histograms[row.at("file")][std::stoi(row.at("level"))] = std::stoi(row.at("cells"));
   }
   int images = 0;
-  for (const auto& row : readTable("index.tsv")) {
-    SCOPED_TRACE(row.at("file"));
-    NidsFile nids;
-    NidsInfo info;
-    ASSERT_EQ(nids.open((dataDir() / row.at("file")).c_str()), 1);
-    ASSERT_EQ(nids.readHeader(info), 1);
+  forEach([&](const Row& row, NidsFile& nids, const NidsInfo& /*info*/) {
     const NidsWalk walk(nids, false);
     if (row.at("size").empty() || unread.count(row.at("code")) != 0) {
       EXPECT_TRUE(walk.cells.empty());
-      continue;
+      return;
     }
     ++images;
     const auto size = split(row.at("size"), 'x');
@@ -183,7 +183,7 @@ TEST_F(NidsReal, ImagesAgreeCellByCell) {
       }
       EXPECT_NEAR(sum, std::stod(row.at("sum_steps")), 0.05);
     }
-  }
+  });
   EXPECT_EQ(images, 30);
 }
 
@@ -193,16 +193,11 @@ TEST_F(NidsReal, PacketsAndPagesAgree) {
     lines[row.at("file")].push_back(row.at("page") + "\t" + row.at("j") + "\t" + row.at("text"));
   }
   int paged = 0;
-  for (const auto& row : readTable("index.tsv")) {
-    SCOPED_TRACE(row.at("file"));
+  forEach([&](const Row& row, NidsFile& nids, const NidsInfo& /*info*/) {
     const std::string packets = row.at("packets");
     if (row.at("code") == "180" || packets.empty() || packets.substr(0, 5) == "mixed") {
-      continue;  // no walk, or one through packets that have no reader
+      return;  // no walk, or one through packets that have no reader
     }
-    NidsFile nids;
-    NidsInfo info;
-    ASSERT_EQ(nids.open((dataDir() / row.at("file")).c_str()), 1);
-    ASSERT_EQ(nids.readHeader(info), 1);
     const NidsWalk walk(nids, false);
     std::string first = packets.substr(0, packets.find(" |"));
     if (first == "47623") {
@@ -211,7 +206,7 @@ TEST_F(NidsReal, PacketsAndPagesAgree) {
     EXPECT_EQ(packetText(walk.packets), first);
     if (row.at("pages").empty()) {
       EXPECT_EQ(walk.pages, 0);
-      continue;
+      return;
     }
     ++paged;
     EXPECT_EQ(std::to_string(walk.pages), row.at("pages"));
@@ -221,7 +216,7 @@ TEST_F(NidsReal, PacketsAndPagesAgree) {
                       "\t" + line.data);
     }
     EXPECT_EQ(found, lines[row.at("file")]);
-  }
+  });
   EXPECT_EQ(paged, 3);
 }
 

@@ -1,16 +1,10 @@
 #include "Points.h"
 
-#include <cmath>
-
 #include <gtest/gtest.h>
 
-#include "Coords.h"
-#include "EarthPoint.h"
 #include "EarthPoints.h"
 #include "EarthRange.h"
 #include "Point.h"
-#include "Range.h"
-#include "Rect.h"
 
 namespace ZQV {
 namespace {
@@ -113,48 +107,6 @@ TEST(Points, CenterLiesInside) {
     EXPECT_FLOAT_EQ(p.x, row.p.x) << row.fault;
     EXPECT_FLOAT_EQ(p.y, row.p.y) << row.fault;
   }
-}
-
-TEST(Points, CentroidLeavesOutTheClosingPoint) {
-  Point p;
-  makePoints({{0, 0}, {6, 0}, {0, 6}, {0, 0}}).getCentroid(p);
-  EXPECT_FLOAT_EQ(p.x, 2);
-  EXPECT_FLOAT_EQ(p.y, 2);
-  EXPECT_EQ(Points().getCentroid(p), 1);
-  EXPECT_EQ(p.x, 0);
-}
-
-TEST(EarthPoints, RangeAndOutline) {
-  EarthPoints pts;
-  EXPECT_EQ(pts.getRange().min_lat, Const::FMISS);
-  for (const EarthPoint& e :
-       {EarthPoint(10, -20), EarthPoint(30, -20), EarthPoint(30, 60), EarthPoint(10, 60)}) {
-    pts.add(e);
-  }
-  pts.add(0);
-  const EarthRange range = pts.getRange();
-  EXPECT_EQ(range.max_lat, 30);
-  EXPECT_EQ(range.min_lon, -20);
-  EXPECT_TRUE(pts.within(EarthPoint(20, 0)));
-  EXPECT_FALSE(pts.within(EarthPoint(5, 0)));
-  EarthPoint centre;
-  EXPECT_EQ(pts.getCenter(centre), 1);
-  EXPECT_FLOAT_EQ(centre.lon, 20);
-}
-
-TEST(Values, SortOrKeep) {
-  const Rect rect(5, 6, 1, 2);
-  EXPECT_EQ(rect.xmin, 1);
-  EXPECT_EQ(rect.ymax, 6);
-  const Coords coords(5, 6, 1, 2);
-  EXPECT_EQ(coords.xmin, 5);
-  EXPECT_EQ(coords.xext, -4);
-  EXPECT_EQ(Range(2, Const::FMISS).getRange(), Const::FMISS);
-  EXPECT_EQ(Range(2, 5).getRange(), 3);
-  Point p;
-  p.interp(Point(0, 10), Point(10, 20), 0.25F);
-  EXPECT_FLOAT_EQ(p.x, 2.5F);
-  EXPECT_FLOAT_EQ(p.y, 12.5F);
 }
 
 }  // namespace

@@ -4,19 +4,12 @@
 
 #include <functional>
 #include <random>
-#include <set>
 
 #include <gtest/gtest.h>
 
 #include "Image.h"
-#include "ImageFile.h"
-#include "NidsMaker.h"
-#include "Point.h"
 #include "Points.h"
 #include "Rect.h"
-#include "Run.h"
-#include "String.h"
-#include "TempDir.h"
 #include "XServer.h"
 #include "XWindow.h"
 #include "Zqv.h"
@@ -69,35 +62,6 @@ TEST_F(RasterTest, APixelOnAnOutlineBelongsToWhatLiesRightOfItOrBelow) {
   EXPECT_EQ(rows(raster)[0], ".#####..");
   EXPECT_EQ(rows(raster)[1], ".#####..");
   EXPECT_EQ(rows(raster)[2], "........");
-}
-
-TEST_F(RasterTest, NeighboursShareNoPixelAndLeaveNone) {
-  // A fan of triangles around a point covers its hull, each pixel once.
-  constexpr int size = 60;
-  open(size, size);
-  std::mt19937 random(7);
-  std::uniform_real_distribution<float> place(2.0F, 57.0F);
-  for (int run = 0; run < 40; run++) {
-    const float cx = place(random);
-    const float cy = place(random);
-    const std::vector<std::pair<float, float>> corners = {{0, 0}, {59, 0}, {59, 59}, {0, 59}};
-    std::vector<int> count(size * size);
-    for (size_t i = 0; i < 4; i++) {
-      raster.clear();
-      const auto& a = corners[i];
-      const auto& b = corners[(i + 1) % 4];
-      raster.drawFill(Device::FILL, line({a, b, {cx, cy}}));
-      const Rows now = rows(raster);
-      for (size_t y = 0; y < size; y++) {
-        for (size_t x = 0; x < size; x++) count[y * size + x] += now[y][x] == '#' ? 1 : 0;
-      }
-    }
-    for (size_t y = 0; y < size; y++) {
-      for (size_t x = 0; x < size; x++) {
-        ASSERT_EQ(count[y * size + x], x < 59 && y < 59 ? 1 : 0) << x << "," << y;
-      }
-    }
-  }
 }
 
 TEST_F(RasterTest, ClipAndFarCoordinates) {
@@ -326,48 +290,6 @@ TEST_F(SamePicture, WideLinesDifferOnOutlinesOnly) {
           size * size / 200))
           << "style " << style << " width " << width;
     }
-  }
-}
-
-TEST_F(SamePicture, ProductsOfTheProgram) {
-  const TempDir dir;
-  NidsMaker maker;
-  std::vector<NidsMaker::Radial> list(360, {0.0, 1.0, std::vector<int>(230)});
-  for (size_t i = 0; i < list.size(); i++) {
-    list[i].ang0 = static_cast<double>(i) + 0.3;
-    for (size_t j = 0; j < 230; j++) list[i].levels[j] = static_cast<int>(i * j / 97 % 16);
-  }
-  maker.layers = {NidsMaker::radials(list)};
-  dir.write("a.nids", maker.build());
-  for (const char* look :
-       {"", "-pd lc:40:-97:33:45,35.3,-97.3,91,61,.11,.11 -pa site,dist=50:100"}) {
-    const std::string args = "-in nids a.nids " + std::string(look);
-    const std::string env = "DISPLAY=" + server.display();
-    (void)runScopeview(dir, args + " -ou png:window.png", env);
-    (void)runScopeview(dir, args + " -ou png:raster.png -de raster", env);
-    Image a;
-    Image b;
-    ASSERT_GT(ImageFile().read(dir.at("window.png").c_str(), a), 0);
-    ASSERT_GT(ImageFile().read(dir.at("raster.png").c_str(), b), 0);
-    int differ = 0;
-    int inside = 0;  // of a cell, where no outline moved by a pixel explains it
-    std::set<int> colors;
-    for (int y = 0; y < a.getHeight(); y++) {
-      for (int x = 0; x < a.getWidth(); x++) {
-        colors.insert(a.getVal(x, y));
-        if (a.getVal(x, y) == b.getVal(x, y)) continue;
-        differ++;
-        bool beside = false;
-        for (int k = 0; k < 9; k++) {
-          beside |= a.getVal(x + k % 3 - 1, y + k / 3 - 1) == b.getVal(x, y);
-        }
-        inside += beside ? 0 : 1;
-      }
-    }
-    EXPECT_EQ(inside, 0) << look;
-    EXPECT_EQ(a.getWidth(), 640);
-    EXPECT_GT(colors.size(), 10U) << "there is something in it";
-    EXPECT_LT(differ, 640 * 512 / 200) << look;
   }
 }
 

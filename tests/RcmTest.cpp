@@ -88,9 +88,7 @@ TEST(RcmFileTest, AllPartsOfAMessage) {
                                      "Y1 41,66 249/19 457 -1", "Q0 49,47 -9999/-9999 254 0"));
   ASSERT_EQ(d.num_vad, 3);
   EXPECT_EQ(d.vad[0].hgt, 20);
-  EXPECT_EQ(d.vad[0].dir, 158);
   EXPECT_EQ(d.vad[0].spd, 18);
-  EXPECT_EQ(d.vad[0].rms, 4);
   EXPECT_EQ(d.vad[1].rms, 15);
   EXPECT_EQ(d.vad[2].rms, Const::MISS);
   ASSERT_EQ(d.getNumTvs(), 2);
@@ -241,20 +239,6 @@ TEST(RcmFileTest, MessagesOfABulletinAreFound) {
           .c_str());
   EXPECT_EQ(longer.read(raw), 1);
   EXPECT_EQ(raw.len, 4999);
-}
-
-TEST(RcmDomainTest, TheSiteLiesOnEveryFourthCell) {
-  RcmDomain domain;
-  // The centre of the grid is its point (225.5, 177.5).
-  EXPECT_EQ(domain.setSite(39.579372F, -97.421463F), 1);
-  EXPECT_EQ(domain.getSite().gx, 224);
-  EXPECT_EQ(domain.getSite().gy, 176);
-  GridPoint g;
-  EXPECT_EQ(domain.tranSite(49.5F, 0, g), 1);
-  EXPECT_EQ(g.gx, 225.5F);
-  EXPECT_EQ(g.gy, 128);
-  EXPECT_EQ(domain.tranSite(Const::FMISS, 0, g), 0);
-  EXPECT_FALSE(g.isSet());
 }
 
 TEST(RcmZqvFileTest, SummariesAreWrittenAndReadBack) {

@@ -104,15 +104,11 @@ struct Page {
   std::string view;
 };
 
-struct Text {
-  Place at;
-  std::string text;
-};
-
 struct Block {
   int x;  ///< middle of three cells by three
   int y;
   int level;
+  int half = 1;  ///< cells beside the middle one; 0 for a single cell
 };
 
 class ReportPlotTest : public testing::Test {
@@ -121,26 +117,17 @@ class ReportPlotTest : public testing::Test {
     run = runScopeview(dir, "-de meta,a.meta -cod white:fo=#dev " + args, env);
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "") << args;
-    texts.clear();
-    std::istringstream lines(dir.read("a.meta"));
-    for (std::string line; std::getline(lines, line);) {
-      Text t;
-      int n = 0;
-      if (std::sscanf(line.c_str(), "T %lf,%lf %n", &t.at.x, &t.at.y, &n) == 2) {
-        t.text = line.substr(static_cast<size_t>(n));
-        texts.push_back(t);
-      }
-    }
+    texts = readTexts(dir.read("a.meta"));
     return readMeta(dir.read("a.meta"));
   }
   std::vector<std::string> words() const {
     std::vector<std::string> list;
-    for (const Text& t : texts) list.push_back(t.text);
+    for (const MetaText& t : texts) list.push_back(t.text);
     return list;
   }
   void expectText(const std::string& text, const Place& p, double tolerance = 1e-4) {
     EXPECT_TRUE(std::any_of(texts.begin(), texts.end(),
-                            [&](const Text& t) {
+                            [&](const MetaText& t) {
                               return t.text == text &&
                                      std::hypot(t.at.x - p.x, t.at.y - p.y) < tolerance;
                             }))
@@ -153,6 +140,20 @@ class ReportPlotTest : public testing::Test {
              std::all_of(r.points.begin(), r.points.end(),
                          [&](const Place& q) { return std::hypot(q.x - p.x, q.y - p.y) < 0.013; });
     }));
+  }
+  /** The site's mark and the rings around it, by their radii in km. */
+  static void expectSiteAndRings(const std::vector<Record>& records, const Page& page,
+                                 const std::vector<double>& km) {
+    EXPECT_EQ(countStrokes(records, page.ofEarth(tlx_lat, tlx_lon), 0.03), 2) << "a cross";
+    std::vector<Record> rings;
+    std::copy_if(records.begin(), records.end(), std::back_inserter(rings),
+                 [](const Record& r) { return r.points.size() > 20; });
+    ASSERT_EQ(rings.size(), km.size());
+    for (size_t i = 0; i < km.size(); i++) {
+      const Place north = page.ofEarth(tlx_lat + km[i] / (earth * 100) / rad, tlx_lon);
+      EXPECT_NEAR(rings[i].points[0].x, north.x, 1e-4);
+      EXPECT_NEAR(rings[i].points[0].y, north.y, 1e-4);
+    }
   }
   /** Strokes that begin at a place. */
   static int strokes(const std::vector<Record>& records, const Place& p) {
@@ -173,8 +174,8 @@ class ReportPlotTest : public testing::Test {
       for (int i = 0; i < 9; i++) {  // from corner to corner
         const int right = i % 3 - 1;
         const int down = i / 3 - 1;
-        const int seen = colorAt(image, 400 + (b.x + right * 0.9 - cx) * cell,
-                                 400 + (b.y + down * 0.9 - cy) * cell);
+        const int seen = colorAt(image, 400 + (b.x + right * 0.9 * b.half - cx) * cell,
+                                 400 + (b.y + down * 0.9 * b.half - cy) * cell);
         const auto name = std::find_if(color.begin(), color.end(),
                                        [&](const auto& c) { return c.second == seen; });
         found.insert(seen == 0 ? "-" : name != color.end() ? name->first : "?");
@@ -186,7 +187,7 @@ class ReportPlotTest : public testing::Test {
 
   TempDir dir;
   ProgramRun run;
-  std::vector<Text> texts;
+  std::vector<MetaText> texts;
   std::map<std::string, int> color = radarColors();
 };
 
@@ -228,12 +229,17 @@ TEST_F(ReportPlotTest, MdrBoxOfASite) {
   EXPECT_THAT(blocks("-in mdrsite b", page, "", mdr_blocks, 12.5, 12.5), Each("-"))
       << "the first report is another one";
 
+  // Cells of 11 miles: with 40 dBZ falling to nothing at 88 miles, 20 are left at the fourth.
+  dir.write("r", "TLX 1235 AREA 4R+\n^MN1111111\n\n");
+  std::vector<Block> east;
+  for (int x = 14; x < 20; x++) east.push_back({x, 12, 1, 0});
+  EXPECT_THAT(blocks("-in mdrsite r", page, "ramp=40:88", east, 12.5, 12.5),
+              ElementsAre("-", "-", "-", "blue", "blue", "blue"));
+
   // The site and its rings, and every cell's level as a number.
   const std::vector<Record> drawn =
       draw("-in mdrsite b -id TLX" + page.args("echo,site,dist=100:0:200"));
-  EXPECT_EQ(std::count_if(drawn.begin(), drawn.end(),
-                          [](const Record& r) { return r.points.size() > 20; }),
-            2);
+  expectSiteAndRings(drawn, page, {100, 200});
   ASSERT_EQ(texts.size(), 26U * 26U);
   for (const Block& b : mdr_blocks) {
     expectText(std::to_string(b.level), {0.5 + (b.x - 12) / 25.0, 0.5 - (b.y - 12) / 25.0});
@@ -304,6 +310,10 @@ TEST_F(ReportPlotTest, MdrItemsOfASite) {
   const std::vector<Record> all = draw(args + "-va comp");
   EXPECT_EQ(strokes(all, first) + strokes(all, second), 2);
   EXPECT_THAT(words(), ElementsAre("310", "TRW+", "NC", "R-", "", "R", "NEW"));
+  // Types stand where the entry's format puts them, tops have a format of their own.
+  draw(args + "-va '\"comp:fm=ul\"'");
+  expectText("TRW+", {first.x - 0.012, first.y + 0.02});
+  expectText("310", at(offsetOf(160, 50)));
   draw(args + "-id BMX -va stat,comp");
   EXPECT_THAT(words(), ElementsAre("NE", "NE"));
 }
@@ -356,6 +366,20 @@ TEST_F(ReportPlotTest, RcmBoxOfASite) {
               ElementsAre("-", "-", "-", "green", "blue", "magenta", "red"));
   EXPECT_THAT(colors("p", "Clutter=30"),
               ElementsAre("blue", "cyan", "-", "green", "blue", "magenta", "red"));
+  // The distance is that of the radar itself, which stands nearly one cell east and three south of
+  // the site's own: 40 dBZ fall to 30 at 75 km, 6.3 cells.
+  std::string row = "RCMTLX\n1234 ROBUU 1 /NEXRAA 1 2005202017 /MDPCPN /SC21 /NI1: ";
+  for (int y = 50; y < 53; y++) row += cellCode(50, y) + std::string(8, '2') + ",";
+  dir.write("r", row + " /ENDAA \n");
+  std::vector<Block> east;
+  for (int x = 53; x < 59; x++) east.push_back({x, 51, 2, 0});
+  EXPECT_THAT(blocks("-in rcmsite r", page, "ramp=45:150:40:150", east, 49.5, 49.5),
+              ElementsAre("-", "-", "-", "cyan", "cyan", "-"));
+  // Colours of the data path's own, and rings in nautical miles.
+  dir.write("rcm.cfl", "0:off\n20:red\n45:white\n");
+  EXPECT_THAT(colors("p -fp '.:" ZQV_DATA_DIR "'", ""),
+              ElementsAre("red", "red", "red", "red", "red", "white", "white"));
+  expectSiteAndRings(draw("-in rcmsite p" + page.args("site,distm=60")), page, {111.12});
   // Alone it is 25 km, less than where the first two begin and than where the third ends.
   EXPECT_THAT(colors("p", "clutter"),
               ElementsAre("blue", "cyan", testing::_, "green", "blue", "magenta", "red"));
@@ -384,6 +408,8 @@ TEST_F(ReportPlotTest, RcmItemsOfASite) {
   EXPECT_THAT(items("ctop:un=kft", "num_plt=3"), ElementsAre("19", "39", "46"));
   expectText("46", at(41, 66));
   EXPECT_THAT(items("cdir,cspd:un=km/h"), ElementsAre("226", "249", "30", "35"));
+  EXPECT_THAT(items("'\"cdir:fm=ul,fm=%.1f\"'"), ElementsAre("226.0", "249.0"));
+  expectText("226.0", {at(48, 50).x - 0.012, at(48, 50).y + 0.02});
   EXPECT_THAT(items("CID,nothing"), IsEmpty());
 
   // Symbols: triangles of two colours for hail, crosses without.
@@ -391,12 +417,7 @@ TEST_F(ReportPlotTest, RcmItemsOfASite) {
     const std::vector<Record> drawn = draw(std::string("-in rcmsite b -va ") + var + page.args());
     EXPECT_EQ(marks(drawn, "green", at(48, 50)), 1) << var;
     EXPECT_EQ(marks(drawn, "lgreen", at(46, 59)), 1) << var;
-    const auto crosses = std::count_if(drawn.begin(), drawn.end(), [&](const Record& r) {
-      return r.kind == 'L' && r.points.size() == 2 &&
-             std::hypot((r.points[0].x + r.points[1].x) / 2 - at(49, 47).x,
-                        (r.points[0].y + r.points[1].y) / 2 - at(49, 47).y) < 1e-4;
-    });
-    EXPECT_EQ(crosses, var[0] == 'h' ? 0 : 2) << var;
+    EXPECT_EQ(countStrokes(drawn, at(49, 47), 0.018), var[0] == 'h' ? 0 : 2) << var;
   }
   EXPECT_THAT(words(), ElementsAre("M0", "193", "D0", "386", "Y1", "457", "Q0", "254"));
   expectText("M0", {at(48, 50).x - 0.012, at(48, 50).y + 0.02});
@@ -417,8 +438,10 @@ TEST_F(ReportPlotTest, RcmItemsOfASite) {
   EXPECT_EQ(marks(filtered, "yellow", at(60, 60)), 0);
 
   // A site without precipitation has nothing but its image then, not even labels.
-  draw("-in rcmsite c -va city,mode -cot white:fo=#dev" + page.args());
-  EXPECT_THAT(words(), testing::IsSupersetOf({"C", "TLX", "Station", "Radar mode"}));
+  draw("-in rcmsite c -va city,mode -cot white:fo=#dev" + page.args("tz=EST:-5"));
+  EXPECT_THAT(words(),
+              testing::IsSupersetOf({"C", "TLX", "Station", "Radar mode", "1517 EST 20 MAY 20"}));
+  EXPECT_THAT(words(), Each(testing::Not(HasSubstr("Z 20 MAY")))) << "neither of the variables";
   draw("-in rcmsite c -va city,mode -cot white:fo=#dev" + page.args("noclar"));
   EXPECT_THAT(words(), ElementsAre("Site: TLX RCM reflectvity [dBZ]", "2017Z 20 MAY 20"));
 }
@@ -456,7 +479,8 @@ TEST_F(ReportPlotTest, WithoutOptionsTheNewestRcmMosaicIsDrawn) {
   const std::vector<Block> list = {{230, 200, 2}, {240, 210, 5}, {220, 230, 7}};
   const std::string text =
       rcmMosaic(list) +
-      "** TLX 001 PCPN\nZ 300 36 -98\nS A1 35.5 -97 90 20 200 2\nT 01 35.6 -97\n"
+      "** TLX 001 PCPN\nZ 300 36 -98\nS A1 35.5 -97 90 20 200 2\nS A2 35.4 -97.2 90 20 149 "
+      "0\nS A3 35.4 -97.1 90 20 150 0\nT 01 35.6 -97\n"
       "M 02 35.5 -98\n** ZZZ 999 NE\n** BMX 002 NE\n** FDR 003 CLAR\n";
   dir.write("tree/rcm/202005202000.rcm", text);
   dir.write("tree/rcm/202005201930.rcm", text);
@@ -470,8 +494,9 @@ TEST_F(ReportPlotTest, WithoutOptionsTheNewestRcmMosaicIsDrawn) {
   EXPECT_THAT(words(), testing::IsSupersetOf({"P", "NE", "C", "A1", "200", "300",
                                               "RCM Reflectivity mosaic [dBZ]", "2015Z 20 MAY 20",
                                               "Radar status", "Echo top [100ft]"}));
-  EXPECT_EQ(std::count_if(texts.begin(), texts.end(), [](const Text& t) { return t.text == "NE"; }),
-            1)
+  EXPECT_EQ(
+      std::count_if(texts.begin(), texts.end(), [](const MetaText& t) { return t.text == "NE"; }),
+      1)
       << "nobody knows where the other station is";
   expectText("P", page.ofEarth(tlx_lat, tlx_lon));
   expectText("300", page.ofEarth(36, -98));
@@ -480,6 +505,8 @@ TEST_F(ReportPlotTest, WithoutOptionsTheNewestRcmMosaicIsDrawn) {
   EXPECT_EQ(marks(drawn, "red", page.ofEarth(35.6, -97)), 1);
   EXPECT_EQ(marks(drawn, "yellow", page.ofEarth(35.5, -98)), 0);
   EXPECT_EQ(strokes(drawn, page.ofEarth(35.5, -97)), 1) << "its movement";
+  draw(tree + "-va cid" + page.args("min_hgt"), now);
+  EXPECT_THAT(words(), ElementsAre("A1", "A3")) << "15000 feet, if nothing is said";
   draw(tree + "-va mode" + page.args("noclar"), now);
   EXPECT_THAT(words(), ElementsAre("P"));
   EXPECT_THAT(blocks(tree + "-cu '#202005201930'", page, "", list, 231, 215),
@@ -490,7 +517,7 @@ TEST_F(ReportPlotTest, WithoutOptionsTheNewestRcmMosaicIsDrawn) {
   draw(tree + "-va mode -cot white:fo=#dev" + page.args("nf=2,linc=30"), now);
   EXPECT_THAT(run.out, HasSubstr("Plotting for: 19:45Z 20 MAY 2020\n"));
   EXPECT_EQ(std::count_if(texts.begin(), texts.end(),
-                          [](const Text& t) { return t.text == "Radar mode"; }),
+                          [](const MetaText& t) { return t.text == "Radar mode"; }),
             2);
   // A colour bar, here on a page that has no pixels for the image.
   std::vector<int> boxes;
@@ -525,10 +552,11 @@ TEST_F(ReportPlotTest, MdrMosaicAndItsStations) {
   // Only the first frame of a run has labels of the variables: deliberate.
   dir.write("tree/mdr/2020042011.mdr", text);
   draw(tree + "-va stat -cot white:fo=#dev" + page.args("nf=2,linc=60"), now);
-  EXPECT_EQ(std::count_if(texts.begin(), texts.end(), [](const Text& t) { return t.text == "NE"; }),
-            2);
+  EXPECT_EQ(
+      std::count_if(texts.begin(), texts.end(), [](const MetaText& t) { return t.text == "NE"; }),
+      2);
   EXPECT_EQ(std::count_if(texts.begin(), texts.end(),
-                          [](const Text& t) { return t.text == "Radar status"; }),
+                          [](const MetaText& t) { return t.text == "Radar status"; }),
             1);
   // The rows on page 50 begin at column 49, both from 0.
   const std::vector<Block> list = {{50, 50, 4}, {56, 50, 2}};

@@ -162,12 +162,6 @@ TEST_F(ResrcDBTest, CommandLineForms) {
   }
 }
 
-TEST_F(ResrcDBTest, FirstPositionalReplacesAFilesValue) {
-  const std::string a = dir.write("a.cfg", "*.filename: fromfile\n");
-  create({"-df", a.c_str(), "one", "two"});
-  EXPECT_EQ(get("filename"), "one\ntwo");
-}
-
 TEST(ResrcFile, PatternsMatchFromTheStart) {
   ResrcFile file;
   file.set("scopeview", "scopeview");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <fstream>
 #include <map>
 #include <sstream>
@@ -52,6 +53,29 @@ inline std::vector<Record> dataFills(const std::vector<Record>& records, double 
     }
   }
   return list;
+}
+
+/** How many lines of two points go from a to b, of one colour only if it isn't negative. */
+inline int countLines(const std::vector<Record>& records, const Record::Place& a,
+                      const Record::Place& b, int color = -1, int style = 1) {
+  return static_cast<int>(std::count_if(records.begin(), records.end(), [&](const Record& r) {
+    return r.kind == 'L' && r.points.size() == 2 && r.line_style == style &&
+           (color < 0 || r.line_color == color) &&
+           std::hypot(r.points[0].x - a.x, r.points[0].y - a.y) < 1e-5 &&
+           std::hypot(r.points[1].x - b.x, r.points[1].y - b.y) < 1e-5;
+  }));
+}
+
+/** How many strokes of a length lie with their middle at a place. */
+inline int countStrokes(const std::vector<Record>& records, const Record::Place& middle,
+                        double length) {
+  return static_cast<int>(std::count_if(records.begin(), records.end(), [&](const Record& r) {
+    if (r.kind != 'L' || r.points.size() != 2) return false;
+    const Record::Place& a = r.points[0];
+    const Record::Place& b = r.points[1];
+    return std::hypot((a.x + b.x) / 2 - middle.x, (a.y + b.y) / 2 - middle.y) < 1e-5 &&
+           std::fabs(std::hypot(a.x - b.x, a.y - b.y) - length) < 1e-5;
+  }));
 }
 
 inline void expectPlaces(const Record& record, const std::vector<Record::Place>& expected,

@@ -49,6 +49,25 @@ struct Record {
   int line_style = 1;
 };
 
+/** One text of a metafile, by its upper left corner or whatever its alignment says. */
+struct MetaText {
+  Record::Place at;
+  std::string text;
+};
+
+inline std::vector<MetaText> readTexts(const std::string& text) {
+  std::vector<MetaText> list;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    Record::Place at{};
+    int n = 0;
+    if (std::sscanf(line.c_str(), "T %lf,%lf %n", &at.x, &at.y, &n) == 2) {
+      list.push_back({at, line.substr(static_cast<size_t>(n))});
+    }
+  }
+  return list;
+}
+
 /** The drawing records of a metafile. */
 inline std::vector<Record> readMeta(const std::string& text) {
   std::vector<Record> records;

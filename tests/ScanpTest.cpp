@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "Const.h"
-
 namespace ZQV {
 namespace {
 
@@ -128,19 +126,6 @@ TEST(ScanpTest, Reals) {
   EXPECT_EQ(p.scan("%f %f", v[0], v[1]), 2);
   EXPECT_EQ(v[0], FLT_MAX);
   EXPECT_EQ(v[1], -FLT_MAX);
-}
-
-TEST(ScanpTest, SingleCharactersArentTerminated) {
-  Scanp p;
-  p.set("A 2425");
-  char kind = 0;
-  char two[3] = {'x', 'x', 'x'};
-  int speed = 0;
-  EXPECT_EQ(p.scan("%c%2c%*c%2d", kind, two, speed), 4);
-  EXPECT_EQ(kind, 'A');
-  EXPECT_EQ(std::string(two, 3), " 2x");
-  EXPECT_EQ(speed, 25);
-  EXPECT_EQ(p.scan("%9c", two), 0);
 }
 
 TEST(ScanpTest, ThePositionStaysWithinTheText) {

@@ -48,39 +48,6 @@ TEST(SplineTest, BendsByTheDampedSweep) {
   EXPECT_NEAR(at(four, 1.5).x, 1.5 - (c1 - 48.0 / 31) / 16, 1e-6);
 }
 
-TEST(SplineTest, PassesThroughItsPoints) {
-  const std::vector<Point> given = {{0, 0}, {3, 4}, {3, 10}, {-5, 10}};
-  const std::vector<Point> doubled = {{0, 0}, {0, 0},  {3, 4},        {Const::FMISS, Const::FMISS},
-                                      {3, 4}, {3, 10}, {INFINITY, 0}, {-5, 10}};
-  for (const auto& points : {given, doubled}) {
-    const Spline spline(line(points));
-    ASSERT_EQ(spline.getNum(), 4) << "points in one place count once";
-    EXPECT_FLOAT_EQ(spline.getDist(), 5 + 6 + 8);
-    for (int i = 0; i < 4; i++) {
-      const Point p = at(spline, static_cast<double>(spline.getDist(i)));
-      EXPECT_NEAR(p.x, given[static_cast<size_t>(i)].x, 1e-5);
-      EXPECT_NEAR(p.y, given[static_cast<size_t>(i)].y, 1e-5);
-    }
-  }
-}
-
-TEST(SplineTest, ALoopHasNoCornerAtItsJoint) {
-  const Spline loop(line({{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0, 0}}));
-  EXPECT_TRUE(loop.isPoly());
-  EXPECT_FLOAT_EQ(loop.getDist(), 4);
-  const Point begin = at(loop, 0);
-  const Point end = at(loop, 4);
-  EXPECT_NEAR(begin.x, end.x, 1e-6);
-  EXPECT_NEAR(begin.y, end.y, 1e-6);
-  const double step = 0.01;
-  const Point after = at(loop, step);
-  const Point before = at(loop, 4 - step);
-  const double out = std::atan2(after.y - begin.y, after.x - begin.x);
-  const double in = std::atan2(end.y - before.y, end.x - before.x);
-  EXPECT_NEAR(out, in, 0.35) << "an open line would turn by 90 degrees";
-  EXPECT_LT(out, -0.3) << "the loop swings out before its first side";
-}
-
 TEST(SplineTest, NoCurveThroughOnePlace) {
   for (const auto& points : {std::vector<Point>{}, {{1, 2}}, {{1, 2}, {1, 2}, {1, 2}}}) {
     Spline spline(line({{0, 0}, {1, 1}}));

@@ -83,16 +83,3 @@ TEST(StormTest, LinesOfBothForms) {
     EXPECT_EQ(storm.isValid(), row.result == 1);
   }
 }
-
-TEST(StormTest, TheFormStaysUntilTheNextHead) {
-  const char* line = "    B4   45/ 20 NONE NONE";
-  StormAttr storm;
-  storm.decode(vil_head);
-  EXPECT_EQ(storm.decode(line), 1);
-  EXPECT_EQ(storm.decode(line), 1);
-  EXPECT_EQ(storm.decode("   NO STORMS DETECTED"), 0);
-  EXPECT_EQ(storm.getType(), 0);
-  EXPECT_EQ(storm.decode(line), 0);
-  storm.decode(low_head);
-  EXPECT_EQ(storm.getType(), 1) << "VLOW goes before VIL";
-}

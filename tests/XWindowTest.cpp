@@ -17,7 +17,6 @@
 #include "DynLib.h"
 #include "NidsMaker.h"
 #include "Run.h"
-#include "String.h"
 #include "TempDir.h"
 #include "XLib.h"
 #include "XServer.h"
@@ -274,29 +273,6 @@ TEST_F(WindowTest, ALoopPlaysStepsAndLosesFrames) {
   EXPECT_EQ(count("Created GIF"), 4U) << "all frames of a running loop";
 }
 
-TEST_F(WindowTest, ALoopOfOneFileShowsIt) {
-  product(0);
-  start(loop("nf=4,linc=10") + " -cu '#202105041230' -pd latlon,35.333,-97.278,61,41,.1,.1",
-        "zqvcurtime='#202105041300'");
-  ASSERT_TRUE(saysSoon(DRAWN));
-  EXPECT_TRUE(waitFor([&] { return pixelOf(320, 200) > 0; }));
-  (void)tool("mousemove --window " + id + " 300 200 key alt+r");
-  ASSERT_TRUE(saysSoon(DRAWN, 2));
-  EXPECT_TRUE(waitFor([&] { return pixelOf(320, 200) > 0; }));
-}
-
-TEST_F(WindowTest, APausedLoopShowsItsNewestFrameAfterARedraw) {
-  for (const int minute : {0, 10, 20}) product(minute, 3 + minute / 10);
-  start(loop("nf=3,linc=10") + " -cu '#202105041220' -de d,,show_num",
-        "zqvcurtime='#202105041300'");
-  ASSERT_TRUE(saysSoon(DRAWN, 3));
-  (void)tool("mousemove --window " + id + " 300 200 key alt+l");
-  std::this_thread::sleep_for(std::chrono::milliseconds(500));
-  (void)tool("key alt+r");
-  ASSERT_TRUE(saysSoon(DRAWN, 6));
-  EXPECT_TRUE(waitFor([&] { return title().find("[2]") != std::string::npos; })) << title();
-}
-
 TEST_F(WindowTest, RefreshPicksUpAFileThatAppears) {
   product(0);
   dir.write("test.cnv", "nids " + dir.path + "/x_%Y%m%d_%h%n.nids - nids min=60\n");
@@ -380,22 +356,4 @@ TEST(XWindowTest, DrawsIntoTheWindowOfAnotherProgram) {
   guest.close();
   xlib->XCloseDisplay(d);
   Zqv::setMessageLevel(6);
-}
-
-TEST(XWindowTest, DeviceTextsNameDrawables) {
-  const auto device = [](const char* params) {
-    XWindow window;
-    String text;
-    window.setParam(params);
-    window.getDevice(text);
-    float w = 0.0F;
-    float h = 0.0F;
-    window.getSize(w, h);
-    return std::string(text.get()) + std::to_string(static_cast<int>(w)) + " " +
-           std::to_string(static_cast<int>(h));
-  };
-  EXPECT_EQ(device(""), "d,,+0:0:640x512\n640 512");
-  EXPECT_EQ(device(":3"), "d,:3,+0:0:640x512\n640 512");
-  EXPECT_EQ(device("co=host:1,wp=+17:18:300x200:19"), "d,host:1,+17:0:300x200\n300 200");
-  EXPECT_EQ(device(":3,0xff:30x20:1"), "d,:3,+0:0:30x20\n30 20");
 }
