@@ -216,6 +216,13 @@ TEST(GifFileTest, DamagedFilesGiveWhatIsThere) {
   EXPECT_LE(full, 5) << "only the end of the data and the trailer aren't needed";
   EXPECT_EQ(read(dir, "GIX89a", 0).getWidth(), 0);
   EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("GIF_read: Not a GIF file\n"));
+  // Prefixes in a circle: 400 ahead of its time becomes the prefix of 259, and 259 that of 400.
+  std::vector<int> circle{256, 1, 400, 1};
+  circle.insert(circle.end(), 139, 1);
+  circle.insert(circle.end(), {259, 1, 259, 2, 2});
+  const Image round = read(dir, file(16, 16, "", "\x08" + codes(circle, 9)));
+  EXPECT_EQ(round.getVal(145 % 16, 145 / 16), 1);
+  EXPECT_EQ(round.getVal(146 % 16, 146 / 16), 0) << "the end";
 
   for (int size = 0; size < 256; size++) {  // code sizes without sense
     const std::string data = static_cast<char>(size) + codes({256, 1, 2, 257}, 9);

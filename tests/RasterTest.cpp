@@ -4,12 +4,17 @@
 
 #include <functional>
 #include <random>
+#include <set>
 
 #include <gtest/gtest.h>
 
 #include "Image.h"
+#include "ImageFile.h"
+#include "NidsMaker.h"
 #include "Points.h"
 #include "Rect.h"
+#include "Run.h"
+#include "TempDir.h"
 #include "XServer.h"
 #include "XWindow.h"
 #include "Zqv.h"
@@ -320,4 +325,46 @@ TEST_F(SamePicture, ImagesAlignedMaskedAndClipped) {
     device.drawImage(image, 3, -20.0F, 150.0F);
     device.drawImage(image, 1, 180.0F, -8.0F);
   }));
+}
+
+TEST_F(SamePicture, ProductsOfTheProgram) {
+  const TempDir dir;
+  NidsMaker maker;
+  std::vector<NidsMaker::Radial> list(360, {0.0, 1.0, std::vector<int>(230)});
+  for (size_t i = 0; i < list.size(); i++) {
+    list[i].ang0 = static_cast<double>(i) + 0.3;
+    for (size_t j = 0; j < 230; j++) list[i].levels[j] = static_cast<int>(i * j / 97 % 16);
+  }
+  maker.layers = {NidsMaker::radials(list)};
+  dir.write("a.nids", maker.build());
+  for (const char* look :
+       {"", "-pd lc:40:-97:33:45,35.3,-97.3,91,61,.11,.11 -pa site,dist=50:100"}) {
+    const std::string args = "-in nids a.nids " + std::string(look);
+    const std::string env = "DISPLAY=" + server.display();
+    (void)runScopeview(dir, args + " -ou png:window.png", env);
+    (void)runScopeview(dir, args + " -ou png:raster.png -de raster", env);
+    Image a;
+    Image b;
+    ASSERT_GT(ImageFile().read(dir.at("window.png").c_str(), a), 0);
+    ASSERT_GT(ImageFile().read(dir.at("raster.png").c_str(), b), 0);
+    int differ = 0;
+    int inside = 0;  // of a cell, where no outline moved by a pixel explains it
+    std::set<int> colors;
+    for (int y = 0; y < a.getHeight(); y++) {
+      for (int x = 0; x < a.getWidth(); x++) {
+        colors.insert(a.getVal(x, y));
+        if (a.getVal(x, y) == b.getVal(x, y)) continue;
+        differ++;
+        bool beside = false;
+        for (int k = 0; k < 9; k++) {
+          beside |= a.getVal(x + k % 3 - 1, y + k / 3 - 1) == b.getVal(x, y);
+        }
+        inside += beside ? 0 : 1;
+      }
+    }
+    EXPECT_EQ(inside, 0) << look;
+    EXPECT_EQ(a.getWidth(), 640);
+    EXPECT_GT(colors.size(), 10U) << "there is something in it";
+    EXPECT_LT(differ, 640 * 512 / 200) << look;
+  }
 }

@@ -324,6 +324,29 @@ TEST_F(WindowTest, ALostServerEndsTheLoop) {
   EXPECT_NE(dir.read("err.txt").find("X11 Disconnected\n"), std::string::npos);
 }
 
+TEST_F(WindowTest, ALoopOfOneFileShowsIt) {
+  product(0);
+  start(loop("nf=4,linc=10") + " -cu '#202105041230' -pd latlon,35.333,-97.278,61,41,.1,.1",
+        "zqvcurtime='#202105041300'");
+  ASSERT_TRUE(saysSoon(DRAWN));
+  EXPECT_TRUE(waitFor([&] { return pixelOf(320, 200) > 0; }));
+  (void)tool("mousemove --window " + id + " 300 200 key alt+r");
+  ASSERT_TRUE(saysSoon(DRAWN, 2));
+  EXPECT_TRUE(waitFor([&] { return pixelOf(320, 200) > 0; }));
+}
+
+TEST_F(WindowTest, APausedLoopShowsItsNewestFrameAfterARedraw) {
+  for (const int minute : {0, 10, 20}) product(minute, 3 + minute / 10);
+  start(loop("nf=3,linc=10") + " -cu '#202105041220' -de d,,show_num",
+        "zqvcurtime='#202105041300'");
+  ASSERT_TRUE(saysSoon(DRAWN, 3));
+  (void)tool("mousemove --window " + id + " 300 200 key alt+l");
+  std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  (void)tool("key alt+r");
+  ASSERT_TRUE(saysSoon(DRAWN, 6));
+  EXPECT_TRUE(waitFor([&] { return title().find("[2]") != std::string::npos; })) << title();
+}
+
 TEST(XWindowTest, DrawsIntoTheWindowOfAnotherProgram) {
   XServer server;
   Zqv::setMessageLevel("none");
