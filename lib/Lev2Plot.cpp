@@ -281,7 +281,7 @@ int Lev2Plot::draw(Plot& plot) {
     volume = std::make_unique<Begun>();
     if (openFile(volume->file) == 0) {
       Zqv::outWarning("Lev2Plot: Unable to open file: %s\n", filename.getName());
-      Zqv::setError(FileTool::isFile(filename.getName()) ? Zqv::NODATA : Zqv::NOFILE);
+      Zqv::setFileError(filename.getName());
       return 0;
     }
     if (FileTool::isFile(filename.getName())) {

@@ -203,7 +203,7 @@ int ReportPlot::draw(Plot& plot) {
   if (found < 0) {
     Zqv::outWarning("%s: Unable to open %s%s file: %s\n", class_name, family_name,
                     type == SITE ? " site" : "", filename.getName());
-    Zqv::setError(Zqv::NOFILE);
+    Zqv::setFileError(filename.getName());
   } else if (found == 0) {
     Zqv::setError(Zqv::NODATA);
   }

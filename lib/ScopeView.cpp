@@ -326,7 +326,7 @@ int ScopeView::drawFile(Plot& plot, const char* kind) {
   File file;
   if (file.open(filename.getName()) == 0) {
     Zqv::outWarning("ScopeView: Unable to open %s file: %s\n", kind, filename.getName());
-    Zqv::setError(Zqv::NOFILE);
+    Zqv::setFileError(filename.getName());
     return 0;
   }
   Image image;

@@ -12,6 +12,7 @@
 
 #include "Const.h"
 #include "File.h"
+#include "FileTool.h"
 #include "StrLib.h"
 #include "String.h"
 #include "Strings.h"
@@ -245,6 +246,10 @@ void Zqv::setError(Error e) {
   if (error == NOERR) {
     error = e;
   }
+}
+
+void Zqv::setFileError(const char* name) {
+  setError(FileTool::isFile(name) && ::access(name, R_OK) == 0 ? NODATA : NOFILE);
 }
 
 int Zqv::divertOutput() {

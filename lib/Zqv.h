@@ -90,6 +90,9 @@ class Zqv {
 
   /** Keeps the first error of the run; later ones don't change it. */
   static void setError(Error e);
+  /** The error of an input that couldn't be opened: NODATA for a file that can be read and is none
+   * of its kind, NOFILE for any other. */
+  static void setFileError(const char* name);
   /** From here on all that is written to standard output, messages first of all, goes to standard
    * error, so that a picture has the stream for itself. @return 1 or 0 */
   static int divertOutput();
