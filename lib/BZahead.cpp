@@ -77,7 +77,8 @@ std::shared_ptr<BZahead::Record> BZahead::fetch() {
   }
   if (!record) {
     record = std::make_shared<Record>();
-    record->ring.reset(new unsigned char[ring_size]);  // untouched until it is written
+    // Untouched until it is written.
+    record->ring = std::make_unique_for_overwrite<unsigned char[]>(ring_size);
   }
   const bool got = source(record->in);
   record->made = record->used = 0;

@@ -501,7 +501,7 @@ void NidsPlot::drawRadials(Painter& painter) {
         levels_found = true;
       }
       if (n > 0 && draw_plot && painter.by_radial) {
-        row.resize(static_cast<size_t>(bin + n));
+        row.resize(static_cast<size_t>(bin) + static_cast<size_t>(n));
         std::copy_n(at, n, row.begin() + bin);
         for (int i = 0, end = 0; i < n; i = end + 1) {
           for (end = i; end < n && is_shown(at[end], bin + end); end++) {
@@ -522,7 +522,7 @@ void NidsPlot::drawRadials(Painter& painter) {
         const int num = level.visible ? numShown(run, bin) : 0;
         if (num > 0 && painter.by_radial) {
           painter.addCells(bin, num);
-          row.resize(static_cast<size_t>(bin + num));
+          row.resize(static_cast<size_t>(bin) + static_cast<size_t>(num));
           std::fill_n(row.begin() + bin, num, static_cast<unsigned char>(run.ival));
         } else if (num > 0) {
           show(level, bin, num);

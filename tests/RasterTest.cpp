@@ -132,7 +132,7 @@ TEST_F(RasterTest, CellsPaintThePixelsOfPolygons) {
   // Rows of cells, from such as lie within a pixel to such as reach far beyond the picture, level
   // or turned, straight or shaken so that they turn over.
   constexpr int size = 200;
-  constexpr int cells = 9;
+  constexpr int cells = 10;  // the last corners are fewer than four
   open(size, size);
   std::mt19937 random(3);
   std::uniform_real_distribution<float> place(-40.0F, size + 40.0F);
@@ -155,7 +155,8 @@ TEST_F(RasterTest, CellsPaintThePixelsOfPolygons) {
         const float y = place(random);
         Points& p = rows_of_corners[row * cells + 1];
         for (int k = 0; k < 2 * (cells + 1); k++) {
-          const auto along = static_cast<float>(k / 2);
+          const int side = k / 2;
+          const auto along = static_cast<float>(side);
           const auto across = static_cast<float>(k % 2);
           p.add(x + along * step + across * turn + shake * offset(random),
                 y - along * turn + across * width + shake * offset(random));
@@ -409,7 +410,8 @@ TEST_F(SamePicture, ProductsOfTheProgram) {
   maker.layers = {NidsMaker::radials(list)};
   dir.write("a.nids", maker.build());
   for (const char* look :
-       {"", "-pd lc:40:-97:33:45,35.3,-97.3,91,61,.11,.11 -pa site,dist=50:100"}) {
+       {"", "-cof red,end,blue,green:f3,cyan,lred:f0,yellow,magenta,lblue,lgreen,lcyan,gray,brown",
+        "-pd lc:40:-97:33:45,35.3,-97.3,91,61,.11,.11 -pa site,dist=50:100"}) {
     const std::string args = "-in nids a.nids " + std::string(look);
     const std::string env = "DISPLAY=" + server.display();
     (void)runScopeview(dir, args + " -ou png:window.png", env);
