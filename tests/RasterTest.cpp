@@ -411,8 +411,7 @@ TEST_F(SamePicture, ProductsOfTheProgram) {
   dir.write("a.nids", maker.build());
   for (const char* look :
        {"", "-cof red,blue,green:f3,cyan,lred:f0,yellow,magenta,lblue,lgreen,lcyan,gray,brown",
-        "-pd lc:40:-97:33:45,35.3,-97.3,91,61,.11,.11 -pa site,dist=50:100 "
-        "-cof red,blue,end,green,cyan,lred,end,yellow,magenta,lblue,lgreen,lcyan,gray,brown"}) {
+        "-pd lc:40:-97:33:45,35.3,-97.3,91,61,.11,.11 -pa site,dist=50:100"}) {
     const std::string args = "-in nids a.nids " + std::string(look);
     const std::string env = "DISPLAY=" + server.display();
     (void)runScopeview(dir, args + " -ou png:window.png", env);
