@@ -18,6 +18,7 @@ constexpr size_t most_held = 4 << 20;
 /** A step of decompression, in bytes out and in: short, to end soon when told so. */
 constexpr int64_t out_step = 1 << 16;
 constexpr size_t in_step = 1 << 13;
+static_assert(ring_size % out_step == 0);
 
 }  // namespace
 
@@ -76,7 +77,8 @@ std::shared_ptr<BZahead::Record> BZahead::fetch() {
   }
   if (!record) {
     record = std::make_shared<Record>();
-    record->ring.reset(new unsigned char[ring_size]);  // untouched until it is written
+    // Untouched until it is written.
+    record->ring = std::make_unique_for_overwrite<unsigned char[]>(ring_size);
   }
   const bool got = source(record->in);
   record->made = record->used = 0;
@@ -108,12 +110,14 @@ bool BZahead::unpack(Record& record, BZlib& bz) {
     int64_t room = 0;
     {
       std::unique_lock lock(state);
-      const auto free = [&record] { return ring_size - (record.made - record.used); };
-      progress.wait(lock, [this, &free] { return stopping || free() > 0; });
+      // Whole steps, wherever the reader is: what a fault leaves of one would hang on that.
+      room = out_step - record.made % out_step;
+      progress.wait(lock, [this, &record, room] {
+        return stopping || record.made - record.used <= ring_size - room;
+      });
       if (stopping) {
         return false;
       }
-      room = std::min({free(), ring_size - record.made % ring_size, out_step});
     }
     bz.setOut(record.ring.get() + record.made % ring_size, static_cast<int>(room));
     const int stat = bz.decomp();

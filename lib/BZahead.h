@@ -38,7 +38,7 @@ class BZahead {
   [[nodiscard]] bool isStarted() const { return !threads.empty(); }
 
   /** Goes on to the next record, whatever is left of the one at hand.
-   *  @return its size before decompression; 0 behind the last */
+   *  @return its size before decompression, which may be 0; 0 behind the last */
   int next();
   /** Copies what follows in the record at hand, waiting for it.
    *  @return bytes: fewer than room only where the record ends */

@@ -93,7 +93,8 @@ const std::vector<CellPainter::Cell>& CellPainter::placeCells() {
   whole = plot.isWhole(xs.data(), ys.data(), num);
   // Corners that aren't on the map have to be told from the others.
   const auto missing = [](float place) { return place == Const::FMISS; };
-  on_device = plot.placesCells() && (same_proj || std::none_of(xs.begin(), xs.end(), missing));
+  on_device = plot.placesCells() && !meets_all &&
+              (same_proj || std::none_of(xs.begin(), xs.end(), missing));
   if (on_device) {
     plot.placeCells(xs.data(), ys.data(), num);
   }

@@ -36,7 +36,7 @@ class CellPainter {
     int number = 0;
     int at = 0;
   };
-  /** Those of the cells added of which something is seen, in their order. */
+  /** Those of the cells added of which something is seen, or all, in their order. */
   const std::vector<Cell>& placeCells();
   void fillCell(const Cell& cell);
 
@@ -46,6 +46,8 @@ class CellPainter {
   bool same_proj = false;  ///< plot and data share one plane
   /** Cells cost less by the radial than one by one. */
   bool by_radial = false;
+  /** Also cells of which nothing is seen are met, since those behind them take their pattern. */
+  bool meets_all = false;
   Points poly;  ///< five points
 
  private:

@@ -192,6 +192,11 @@ const PlotAttr& ColorFill::get(int i) const {
   return i >= 0 && i < num ? attr[static_cast<size_t>(i)] : BLANK;
 }
 
+bool ColorFill::hasPatterns() const {
+  return std::any_of(attr.begin(), attr.begin() + num,
+                     [](const PlotAttr& a) { return a.validFillPat(); });
+}
+
 const char* ColorFill::getColorName(int i) const {
   return get(i).getColor();
 }

@@ -52,6 +52,8 @@ class ColorFill {
   [[nodiscard]] const PlotAttr& get(float v) const;
   /** Attributes of class i; all unset out of range. */
   [[nodiscard]] const PlotAttr& get(int i) const;
+  /** A class has a fill pattern, which those after it keep that have none. */
+  [[nodiscard]] bool hasPatterns() const;
   /** Colour name of class i, empty out of range. */
   [[nodiscard]] const char* getColorName(int i) const;
   /** Colour index of class i, -1 out of range. */

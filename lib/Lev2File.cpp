@@ -253,18 +253,18 @@ int Lev2File::readFile(unsigned char* dest, int n) {
 int Lev2File::readRecord() {
   iptr = isize = 0;
   if (chain) {
-    isize = ahead.isStarted() ? ahead.next() : readChained(in);
+    isize = ahead.isStarted() ? ahead.next() : std::max(readChained(in), 0);
   } else {
     isize = readFile(in.data(), std::clamp(window - (osize - blk_off), 0, window));
   }
   return isize;
 }
 
-/** One record of a chain, into bytes that grow for it. @return bytes read */
+/** One record of a chain, into bytes that grow for it. @return bytes read, -1 behind the last */
 int Lev2File::readChained(std::vector<unsigned char>& bytes) {
   std::array<unsigned char, 4> word{};
   if (readFile(word.data(), word.size()) < static_cast<int>(word.size())) {
-    return 0;
+    return -1;
   }
   // The last record of a volume has a negative length.
   const int64_t stated = std::abs(static_cast<int64_t>(Cursor(word.data()).u4()));
@@ -285,15 +285,17 @@ int Lev2File::readChained(std::vector<unsigned char>& bytes) {
   return size;
 }
 
-/** What the feeds put behind a file, where the last read was a short one. */
-void Lev2File::cutTrailer(const unsigned char* bytes) {
+/** What the feeds put behind a file, where the last read was a short one.
+ *  @param left  of the input before
+ *  @return size, without it */
+int Lev2File::cutTrailer(const std::vector<unsigned char>& bytes, int size, int left) {
   constexpr int short_read = 1000;
   constexpr unsigned char trailer[] = {'\r', '\r', '\n', '\003'};
   constexpr int trailer_size = sizeof(trailer);
-  if (isize < short_read - iavail && isize >= trailer_size &&
-      std::equal(std::begin(trailer), std::end(trailer), bytes + isize - trailer_size)) {
-    isize -= trailer_size;
-  }
+  const bool cuts =
+      size < short_read - left && size >= trailer_size &&
+      std::equal(std::begin(trailer), std::end(trailer), bytes.begin() + size - trailer_size);
+  return cuts ? size - trailer_size : size;
 }
 
 /** Moves the message at hand to the window's start. */
@@ -389,14 +391,15 @@ int Lev2File::readData() {
       if (chain && ahead_threads > 0 && !told && !ahead.isStarted()) {
         ahead.start(ahead_threads, [this](std::vector<unsigned char>& bytes) {
           bytes.resize(window);
-          bytes.resize(static_cast<size_t>(readChained(bytes)));
-          return !bytes.empty();
+          const int size = readChained(bytes);
+          bytes.resize(static_cast<size_t>(cutTrailer(bytes, std::max(size, 0), 0)));
+          return size >= 0;
         });
       }
       readRecord();
       Zqv::outDebug(3, "Read: %d %d - %d\n", isize, iptr, iavail);
       if (!ahead.isStarted()) {
-        cutTrailer(in.data());  // in a chain it lies behind the last stream
+        isize = cutTrailer(in, isize, iavail);
       }
       if (isize < 1) {
         isize = 0;

@@ -116,7 +116,7 @@ class Lev2File {
   int take(int made, bool whole, bool fault);
   [[nodiscard]] bool isRecordDone();
   int dropPending(int made);
-  void cutTrailer(const unsigned char* bytes);
+  static int cutTrailer(const std::vector<unsigned char>& bytes, int size, int left);
   int readHead();
   [[nodiscard]] int messageEnd() const;
   void stop();

@@ -303,6 +303,7 @@ int Lev2Plot::draw(Plot& plot) {
     fill.set(plot.getColorMap(),
              scan_type == Lev2File::REFLECTIVITY ? reflectivity_fill : velocity_fill);
   }
+  painter.meets_all = fill.hasPatterns();
   MapPlot under("under");
   MapPlot over("default,over");
   if (map) {

@@ -390,6 +390,7 @@ int NidsPlot::drawImage(Plot& plot) {
   draw_plot = draw_plot && plot.isDrawing(0);
   readColorTable(plot);
   chooseFill(plot.getColorMap(), painter.fill);
+  painter.meets_all = painter.fill.hasPatterns();
   painter.data_attr = dataAttr(plot);
   painter.grid_attr.set(Zqv::getResrc("color_grid", "red"));
   walkPackets(painter);
@@ -464,21 +465,19 @@ void NidsPlot::drawRadials(Painter& painter) {
     const auto c0 = static_cast<float>(std::cos(a0));
     const auto s1 = static_cast<float>(std::sin(a1));
     const auto c1 = static_cast<float>(std::cos(a1));
-    // Steps from bin to bin of the corners, two on each side of the radial.
-    const Four::Floats dx = info.cres * Four::Floats{s0, s0, s1, s1};
-    const Four::Floats dy = info.cres * Four::Floats{c0, c0, c1, c1};
+    // Of the corners, two on each side of the radial; in the arithmetic of placeCells().
+    const Four::Floats dx = {s0, s0, s1, s1};
+    const Four::Floats dy = {c0, c0, c1, c1};
     if (painter.by_radial) {
       painter.setRadial(az, az + radial.ang1 + CellPainter::overlap, 0.0F, info.cres);
     }
     const auto show = [&](const Painter::Level& level, int bin, int num) {
       painter.setFill(level);
-      const Four::Floats from_radar =
-          static_cast<float>(bin) + Four::Floats{0.0F, 1.0F, 1.0F, 0.0F};
-      Four::Floats x = c.x + from_radar * dx;
-      Four::Floats y = c.y + from_radar * dy;
-      for (int i = 0; i < num; i++, x += dx, y += dy) {
-        Four::store(x, px);
-        Four::store(y, py);
+      Four::Floats number = static_cast<float>(bin) + Four::Floats{0.0F, 1.0F, 1.0F, 0.0F};
+      for (int i = 0; i < num; i++, number += 1.0F) {
+        const Four::Floats r = number * info.cres;
+        Four::store(c.x + r * dx, px);
+        Four::store(c.y + r * dy, py);
         px[4] = px[0];
         py[4] = py[0];
         painter.plot.drawFill(poly);
@@ -502,7 +501,7 @@ void NidsPlot::drawRadials(Painter& painter) {
         levels_found = true;
       }
       if (n > 0 && draw_plot && painter.by_radial) {
-        row.resize(static_cast<size_t>(bin + n));
+        row.resize(static_cast<size_t>(bin) + static_cast<size_t>(n));
         std::copy_n(at, n, row.begin() + bin);
         for (int i = 0, end = 0; i < n; i = end + 1) {
           for (end = i; end < n && is_shown(at[end], bin + end); end++) {
@@ -523,7 +522,7 @@ void NidsPlot::drawRadials(Painter& painter) {
         const int num = level.visible ? numShown(run, bin) : 0;
         if (num > 0 && painter.by_radial) {
           painter.addCells(bin, num);
-          row.resize(static_cast<size_t>(bin + num));
+          row.resize(static_cast<size_t>(bin) + static_cast<size_t>(num));
           std::fill_n(row.begin() + bin, num, static_cast<unsigned char>(run.ival));
         } else if (num > 0) {
           show(level, bin, num);

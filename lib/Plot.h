@@ -230,7 +230,9 @@ class Plot : public Listener {
   int findCells(const float* x, const float* y, int num, int* seen) const {
     return graph.findCells(x, y, num, seen);
   }
-  void fillCell(const float* x, const float* y) { graph.fillCell(x, y); }
+  void fillCell(const float* x, const float* y) {
+    if (ColorMap::isColor(fill_color)) graph.fillCell(x, y);
+  }
   [[nodiscard]] bool paintsPixels() const { return graph.paintsPixels() && !wraps(); }
   int drawFillarea(const Points& points) { return drawFill(points); }
   int setFillColor(const char* name);

@@ -449,10 +449,16 @@ TEST(Lev2File, ThreadsAheadReadTheSame) {
   const size_t size = volume.size();
   std::string damaged = volume;
   damaged[size / 2] = static_cast<char>(damaged[size / 2] ^ 4);
+  // An empty record within a message.
+  const std::string message = maker.message31(Radial{0, 1, 0.5, refl({2, 3, 4}), {}, true, 2});
+  const std::string parted = maker.header() + Lev2Maker::record(message + message.substr(0, 150)) +
+                             std::string(4, '\0') +
+                             Lev2Maker::record(message.substr(150) + message);
   const struct {
     std::string bytes;
     int most, least;
   } rows[] = {{volume, 9999, made},
+              {parted, 9999, 2},
               {volume, 30, 30},
               {volume, 700, 700},
               {volume.substr(0, size / 2), 9999, 44},

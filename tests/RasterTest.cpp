@@ -3,6 +3,7 @@
 #include "Raster.h"
 
 #include <functional>
+#include <map>
 #include <random>
 #include <set>
 
@@ -94,6 +95,75 @@ TEST_F(RasterTest, ClipAndFarCoordinates) {
     }
   }
   EXPECT_EQ(now[5], "..#####...");
+}
+
+TEST_F(RasterTest, CellsPaintThePixelsOfPolygons) {
+  // Rows of cells, from such as lie within a pixel to such as reach far beyond the picture, level
+  // or turned, straight or shaken so that they turn over.
+  constexpr int size = 200;
+  constexpr int cells = 10;  // the last corners are fewer than four
+  open(size, size);
+  std::mt19937 random(3);
+  std::uniform_real_distribution<float> place(-40.0F, size + 40.0F);
+  std::uniform_real_distribution<float> offset(-1.0F, 1.0F);
+  const Rect page(0, 0, size, size);
+  std::set<int> colors;
+  for (const Rect& clip : {page, Rect(30.4F, 41.5F, 120.6F, 99.0F), Rect(-9, 180, 20, 260)}) {
+    raster.setClip(clip);
+    for (const float reach : {0.4F, 1.5F, 7.0F, 40.0F, 90.0F, 90.0F, 90.0F, 900.0F, 40000.0F}) {
+      const int num_rows = reach < 10.0F ? 200 : 8;
+      // Each cell has its colour, so that the last one on a pixel tells itself.
+      std::map<int, Points> rows_of_corners;
+      raster.clear();
+      for (int row = 0; row < num_rows; row++) {
+        const float turn = row % 5 == 0 ? 0.0F : reach * offset(random);
+        const float step = reach * offset(random);
+        const float width = reach * offset(random);
+        const float shake = row % 3 == 0 ? reach * offset(random) : 0.0F;
+        const float x = place(random);
+        const float y = place(random);
+        Points& p = rows_of_corners[row * cells + 1];
+        for (int k = 0; k < 2 * (cells + 1); k++) {
+          const int side = k / 2;
+          const auto along = static_cast<float>(side);
+          const auto across = static_cast<float>(k % 2);
+          p.add(x + along * step + across * turn + shake * offset(random),
+                y - along * turn + across * width + shake * offset(random));
+        }
+        for (int k = 0; k < cells; k++) {
+          const float* px = p.xs() + 2 * k;
+          const float* py = p.ys() + 2 * k;
+          raster.setColor(Device::FILL, row * cells + 1 + k);
+          raster.drawFill(Device::FILL,
+                          line({{px[0], py[0]}, {px[2], py[2]}, {px[3], py[3]}, {px[1], py[1]}}));
+        }
+      }
+      Image expected;
+      raster.getImage(expected);
+      raster.clear();
+      int num = 0;
+      for (auto& [color, p] : rows_of_corners) {
+        int seen[cells];
+        raster.placeCells(p.xs(), p.ys(), p.getNum(), clip);
+        const int n = raster.findCells(p.xs(), p.ys(), cells, seen);
+        for (int i = 0; i < n; i++) {
+          raster.setColor(Device::FILL, color + seen[i]);
+          raster.fillCell(p.xs() + 2 * seen[i], p.ys() + 2 * seen[i]);
+        }
+        num += n;
+      }
+      Image got;
+      raster.getImage(got);
+      int differ = 0;
+      for (int i = 0; i < size * size; i++) {
+        differ += got.getVal(i % size, i / size) != expected.getVal(i % size, i / size) ? 1 : 0;
+        colors.insert(expected.getVal(i % size, i / size));
+      }
+      EXPECT_EQ(differ, 0) << "reach " << reach << ", clip from " << clip.xmin;
+      EXPECT_LT(num, num_rows * cells) << "those beside the picture and between pixels aren't met";
+    }
+  }
+  EXPECT_GT(colors.size(), 1000U);
 }
 
 TEST_F(RasterTest, ColoursAreCutToBytesAndNoneIsTheBackground) {
@@ -338,7 +408,8 @@ TEST_F(SamePicture, ProductsOfTheProgram) {
   maker.layers = {NidsMaker::radials(list)};
   dir.write("a.nids", maker.build());
   for (const char* look :
-       {"", "-pd lc:40:-97:33:45,35.3,-97.3,91,61,.11,.11 -pa site,dist=50:100"}) {
+       {"", "-cof red,blue,green:f3,cyan,lred:f0,yellow,magenta,lblue,lgreen,lcyan,gray,brown",
+        "-pd lc:40:-97:33:45,35.3,-97.3,91,61,.11,.11 -pa site,dist=50:100"}) {
     const std::string args = "-in nids a.nids " + std::string(look);
     const std::string env = "DISPLAY=" + server.display();
     (void)runScopeview(dir, args + " -ou png:window.png", env);
