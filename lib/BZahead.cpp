@@ -1,6 +1,7 @@
 #include "BZahead.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <system_error>
 #include <utility>
 
@@ -24,7 +25,11 @@ static_assert(ring_size % out_step == 0);
 
 int BZahead::coreThreads() {
   const auto cores = static_cast<int>(std::thread::hardware_concurrency());
-  return cores < 2 ? 0 : std::min(cores, most_threads);
+  double load = 0;
+  if (cores < 2 || (getloadavg(&load, 1) == 1 && load >= cores)) {
+    return 0;
+  }
+  return std::min(cores, most_threads);
 }
 
 bool BZahead::start(int num_threads, Source next_record) {

@@ -28,7 +28,8 @@ class BZahead {
   BZahead& operator=(const BZahead&) = delete;
   ~BZahead() { stop(); }
 
-  /** Threads that this machine has cores for, 0 where only one is at hand. */
+  /** Threads that there are cores for; 0 where only one is at hand, or all have had work through
+   * the last minute, as when an archive is drawn by many runs at once. */
   static int coreThreads();
 
   /** @return false if no thread can be had */

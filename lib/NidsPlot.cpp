@@ -465,19 +465,21 @@ void NidsPlot::drawRadials(Painter& painter) {
     const auto c0 = static_cast<float>(std::cos(a0));
     const auto s1 = static_cast<float>(std::sin(a1));
     const auto c1 = static_cast<float>(std::cos(a1));
-    // Of the corners, two on each side of the radial; in the arithmetic of placeCells().
-    const Four::Floats dx = {s0, s0, s1, s1};
-    const Four::Floats dy = {c0, c0, c1, c1};
+    // Steps from bin to bin of the corners, two on each side of the radial.
+    const Four::Floats dx = info.cres * Four::Floats{s0, s0, s1, s1};
+    const Four::Floats dy = info.cres * Four::Floats{c0, c0, c1, c1};
     if (painter.by_radial) {
       painter.setRadial(az, az + radial.ang1 + CellPainter::overlap, 0.0F, info.cres);
     }
     const auto show = [&](const Painter::Level& level, int bin, int num) {
       painter.setFill(level);
-      Four::Floats number = static_cast<float>(bin) + Four::Floats{0.0F, 1.0F, 1.0F, 0.0F};
-      for (int i = 0; i < num; i++, number += 1.0F) {
-        const Four::Floats r = number * info.cres;
-        Four::store(c.x + r * dx, px);
-        Four::store(c.y + r * dy, py);
+      const Four::Floats from_radar =
+          static_cast<float>(bin) + Four::Floats{0.0F, 1.0F, 1.0F, 0.0F};
+      Four::Floats x = c.x + from_radar * dx;
+      Four::Floats y = c.y + from_radar * dy;
+      for (int i = 0; i < num; i++, x += dx, y += dy) {
+        Four::store(x, px);
+        Four::store(y, py);
         px[4] = px[0];
         py[4] = py[0];
         painter.plot.drawFill(poly);
